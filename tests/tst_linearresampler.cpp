@@ -1,0 +1,119 @@
+#include "capture/linearresampler.h"
+
+#include "support/samples.h"
+
+#include <QTest>
+
+#include <cmath>
+#include <random>
+
+class TestLinearResampler : public QObject {
+    Q_OBJECT
+
+private Q_SLOTS:
+    void cuts_data();
+    void cuts();
+    void aDayOfAudio();
+    void positions_data();
+    void positions();
+    void passthrough();
+};
+
+void TestLinearResampler::cuts_data()
+{
+    QTest::addColumn<int>("channels");
+    QTest::addColumn<int>("srcRate");
+    QTest::addColumn<int>("dstRate");
+    QTest::newRow("mono down") << 1 << 48000 << 44100;
+    QTest::newRow("stereo down") << 2 << 48000 << 44100;
+    QTest::newRow("stereo up") << 2 << 44100 << 48000;
+    QTest::newRow("six channels, far down") << 6 << 192000 << 8000;
+    QTest::newRow("far up") << 1 << 8000 << 192000;
+}
+
+// Any cutting gives the same number of frames, and the same values except where a block's last frame is held.
+void TestLinearResampler::cuts()
+{
+    QFETCH(int, channels);
+    QFETCH(int, srcRate);
+    QFETCH(int, dstRate);
+    constexpr qint64 Frames = 20000;
+    std::mt19937 random(1);
+    Samples in(Frames * channels);
+    for (qint16& sample : in)
+        sample = qint16(random());
+    LinearResampler resampler;
+    resampler.init(channels, srcRate, dstRate);
+    qint64 produced = 0;
+    for (qint64 begin = 0; begin < Frames;) {
+        const qint64 end = qMin<qint64>(begin + 1 + random() % 700, Frames);
+        const Samples out =
+            samplesOf(resampler.process(bytesOf(in.sliced(begin * channels, (end - begin) * channels))));
+        for (qint64 i = 0; i < out.size(); ++i) {
+            const qint64 position = (produced + i / channels) * srcRate;
+            const qint64 before = position / dstRate;
+            const int a = in[before * channels + i % channels];
+            const int b = in[qMin(before + 1, end - 1) * channels + i % channels];
+            QCOMPARE(out[i], qint16(std::round(a + (b - a) * (double(position % dstRate) / dstRate))));
+        }
+        produced += out.size() / channels;
+        begin = end;
+        QCOMPARE(produced, (begin * dstRate + srcRate - 1) / srcRate);
+    }
+}
+
+// At a tenth of 48000 and 44100 Hz to save time: every step has the same fraction.
+void TestLinearResampler::aDayOfAudio()
+{
+    LinearResampler resampler;
+    resampler.init(1, 4800, 4410);
+    const QByteArray block = bytesOf(Samples(47989, -12345));
+    constexpr qint64 DayFrames = 86400 * 4800;
+    qint64 produced = 0;
+    for (qint64 left = DayFrames; left > 0; left -= 47989)
+        produced += resampler.process(block.first(2 * qMin<qint64>(left, 47989))).size() / 2;
+    QCOMPARE(produced, 86400 * 4410);
+    QCOMPARE(resampler.pos, 0.0);
+    QCOMPARE(samplesOf(resampler.process(block)), Samples(44090, -12345));
+}
+
+void TestLinearResampler::positions_data()
+{
+    QTest::addColumn<double>("pos");
+    QTest::addColumn<Samples>("in");
+    QTest::addColumn<Samples>("expected");
+    QTest::addColumn<double>("posAfter");
+    QTest::newRow("on the previous frame") << -1.0 << Samples{2000} << Samples{1000, 1500, 2000, 2000} << 1.0 - 1.0;
+    QTest::newRow("between the blocks") << -0.5 << Samples{2000, 3000} << Samples{1500, 2000, 2500, 3000, 3000} << 0.0;
+    QTest::newRow("from the start") << 0.0 << Samples{-32768, 32767} << Samples{-32768, -1, 32767, 32767} << 0.0;
+    QTest::newRow("beyond the block") << 2.5 << Samples{1, 2} << Samples{} << 0.5;
+}
+
+void TestLinearResampler::positions()
+{
+    QFETCH(double, pos);
+    QFETCH(Samples, in);
+    LinearResampler resampler;
+    resampler.init(1, 22050, 44100);
+    resampler.pos = pos;
+    resampler.last = {1000};
+    QTEST(samplesOf(resampler.process(bytesOf(in))), "expected");
+    QTEST(resampler.pos, "posAfter");
+    QCOMPARE(resampler.last, Samples{in.last()});
+    resampler.reset();
+    QCOMPARE(resampler.pos, 0.0);
+    QCOMPARE(resampler.last, Samples{0});
+}
+
+void TestLinearResampler::passthrough()
+{
+    LinearResampler resampler;
+    resampler.init(0, -5, 1);
+    QCOMPARE(resampler.process("odd"), QByteArray("odd"));
+    resampler.init(2, 48000, 44100);
+    QCOMPARE(resampler.process("odd"), QByteArray());
+    QCOMPARE(resampler.process("five."), QByteArray("five"));
+}
+
+QTEST_GUILESS_MAIN(TestLinearResampler)
+#include "tst_linearresampler.moc"
