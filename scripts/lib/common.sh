@@ -26,14 +26,18 @@ step() {
   die "failed: $text (all of its output: $log)"
 }
 
-# build_preset NAME [TARGET...] with the cache variables in the array `configure_options`.
-configure_options=()
+# configure_preset NAME [CMAKE-OPTION...]
+configure_preset() {
+  cd "$root"
+  step "configuring the preset $1" cmake --preset "$1" "${@:2}"
+}
+
+# build_preset NAME [TARGET...], once it is configured
 build_preset() {
   local preset=$1
   shift
   cd "$root"
-  step "configuring the preset $preset" cmake --preset "$preset" "${configure_options[@]}"
-  local build=(cmake --build "build/$preset" -j "$jobs" ${1+--target "$@"})
+  local build=(cmake --build --preset "$preset" -j "$jobs" ${1+--target "$@"})
   # The first build takes minutes: whoever watches a terminal sees how far it is.
   if [ -t 1 ]; then
     say "building the preset $preset"
