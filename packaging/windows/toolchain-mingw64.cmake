@@ -32,6 +32,3 @@ set(PKG_CONFIG_EXECUTABLE "" CACHE FILEPATH "" FORCE)
 # moc, rcc, uic, lrelease: the host's own Qt, which must be of the target's version.
 set(QT_HOST_PATH /usr CACHE PATH "")
 set(QT_HOST_PATH_CMAKE_DIR /usr/lib/x86_64-linux-gnu/cmake CACHE PATH "")
-
-# ctest runs the tests under Wine.
-set(CMAKE_CROSSCOMPILING_EMULATOR "${CMAKE_CURRENT_LIST_DIR}/wine-run.sh;${QT_WIN_PREFIX}")
