@@ -7,7 +7,7 @@
 
 /// The list of recordings in one folder, kept in "records.json" inside it and reconciled with the files that are really
 /// there. What is on disk is the truth: files without an entry join, entries without a file drop out.
-/// Nothing here reports errors: an unreadable index is rebuilt from the folder, a failed save leaves the old file whole.
+/// Nothing here reports errors: an unreadable index is rebuilt from the folder, a failed save leaves the old one whole.
 class ArchiveIndex : public QObject {
     Q_OBJECT
 public:
@@ -27,7 +27,7 @@ public:
     /// Removes the first entry with exactly this path, if there is one; saves in any case.
     void removeRecord(const QString& filePath);
 
-    QList<RecordInfo> records() const { return m_records; }
+    QList<RecordInfo> records() const;
     /// The recording that covers this moment (start included, end excluded), or an empty record. Only the newest
     /// recording may be of unknown length: it counts as running until now.
     RecordInfo recordAt(const QDateTime& moment) const;
@@ -39,6 +39,16 @@ Q_SIGNALS:
     void changed();
 
 private:
+    /// A record with its start as ms since the epoch, which a local QDateTime asks the time zone for on each use.
+    struct Entry {
+        explicit Entry(RecordInfo info);
+
+        RecordInfo record;
+        qint64 startMs; ///< the lowest number when the start is unknown
+    };
+    QString indexPath() const;
+    QList<Entry> scannedFolder() const;
+
     QString m_folder;
-    QList<RecordInfo> m_records;
+    QList<Entry> m_entries;
 };

@@ -1,0 +1,160 @@
+// What the archive costs with years of recordings: one hourly file each, half MP3, half WAV.
+// The ratios at the end, of 100,000 files to 50,000, should stay at about two: no scan inside a scan.
+
+#include "archive/archiveindex.h"
+
+#include <QDir>
+#include <QFile>
+#include <QTemporaryDir>
+
+#include <benchmark/benchmark.h>
+
+#include <map>
+#include <memory>
+#include <string>
+#include <vector>
+
+namespace {
+
+const QDateTime FirstStart(QDate(2013, 1, 1), QTime(0, 0));
+constexpr qint64 SparseSize = 1440044; // long enough for a length that is known, without the room it would take
+
+/// A canonical header of 16-bit stereo at 48 kHz, and no audio.
+QByteArray wavHeader()
+{
+    return QByteArray::fromHex("524946462400000057415645"
+                               "666d7420100000000100020080bb000000ee020004001000"
+                               "6461746100000000");
+}
+
+/// A folder of so many recordings, made once a run.
+const QString& folderOf(int files)
+{
+    static std::map<int, std::unique_ptr<QTemporaryDir>> folders;
+    static std::map<int, QString> paths;
+    auto& folder = folders[files];
+    if (!folder) {
+        folder = std::make_unique<QTemporaryDir>();
+        paths[files] = folder->path();
+        const QByteArray wav = wavHeader();
+        const QByteArray mp3 = QByteArray::fromHex("fffb9064"); // a frame of 128 kbit/s
+        for (int i = 0; i < files; ++i) {
+            const QString name = FirstStart.addSecs(3600LL * i).toString(u"yyyyMMdd-hhmmss");
+            QFile file(folder->filePath(name + QLatin1String(i % 2 ? ".mp3" : ".wav")));
+            if (!file.open(QIODevice::WriteOnly) || file.write(i % 2 ? mp3 : wav) < 0 || !file.resize(SparseSize))
+                qFatal("cannot fill %s", qPrintable(folder->path()));
+        }
+        ArchiveIndex().setFolder(folder->path()); // so that what the scans read is in the cache
+    }
+    return paths[files];
+}
+
+int filesOf(const benchmark::State& state)
+{
+    return int(state.range(0));
+}
+
+/// An index of the folder whose records.json lists every file.
+std::unique_ptr<ArchiveIndex> indexed(int files)
+{
+    auto index = std::make_unique<ArchiveIndex>();
+    index->setFolder(folderOf(files));
+    index->save();
+    if (index->records().size() < files)
+        qFatal("only %d files listed", int(index->records().size()));
+    return index;
+}
+
+void rescanFresh(benchmark::State& state)
+{
+    const QString folder = folderOf(filesOf(state));
+    for (auto _ : state) {
+        state.PauseTiming();
+        QFile::remove(folder + QStringLiteral("/records.json"));
+        auto index = std::make_unique<ArchiveIndex>();
+        state.ResumeTiming();
+        index->setFolder(folder); // nothing to read: a scan in which every file is new
+        state.PauseTiming();
+        index.reset();
+        state.ResumeTiming();
+    }
+}
+
+void rescanIndexed(benchmark::State& state)
+{
+    const auto index = indexed(filesOf(state));
+    for (auto _ : state)
+        index->rescan();
+}
+
+void load(benchmark::State& state)
+{
+    const auto index = indexed(filesOf(state));
+    for (auto _ : state)
+        index->load();
+}
+
+void save(benchmark::State& state)
+{
+    const auto index = indexed(filesOf(state));
+    for (auto _ : state)
+        index->save();
+}
+
+void addRecord(benchmark::State& state)
+{
+    const auto index = indexed(filesOf(state));
+    RecordInfo record = index->records().constLast();
+    record.fileName = QStringLiteral("new.wav");
+    for (auto _ : state)
+        index->addRecord(record);
+}
+
+void recordAt(benchmark::State& state)
+{
+    const auto index = indexed(filesOf(state));
+    const QDateTime moment = FirstStart.addSecs(3600LL * filesOf(state) / 2);
+    for (auto _ : state)
+        benchmark::DoNotOptimize(index->recordAt(moment));
+}
+
+/// The usual table, and below it how each figure grew when the files doubled.
+class RatioReporter : public benchmark::ConsoleReporter {
+public:
+    void ReportRuns(const std::vector<Run>& runs) override
+    {
+        benchmark::ConsoleReporter::ReportRuns(runs);
+        for (const Run& run : runs)
+            m_times[run.run_name.function_name][run.run_name.args] = run.GetAdjustedRealTime();
+    }
+    void Finalize() override
+    {
+        for (const auto& [name, times] : m_times) {
+            if (times.size() == 2 && times.contains("100000"))
+                GetOutputStream() << name << ": x " << times.at("100000") / times.at("50000") << '\n';
+        }
+    }
+
+private:
+    std::map<std::string, std::map<std::string, double>> m_times;
+};
+
+const auto BothSizes = [](benchmark::internal::Benchmark* benchmark) {
+    benchmark->Arg(50000)->Arg(100000)->Unit(benchmark::kMillisecond)->MinTime(2);
+};
+BENCHMARK(rescanFresh)->Apply(BothSizes);
+BENCHMARK(rescanIndexed)->Apply(BothSizes);
+BENCHMARK(load)->Apply(BothSizes);
+BENCHMARK(save)->Apply(BothSizes);
+BENCHMARK(addRecord)->Apply(BothSizes);
+BENCHMARK(recordAt)->Apply(BothSizes);
+
+} // namespace
+
+int main(int argc, char* argv[])
+{
+    benchmark::Initialize(&argc, argv);
+    RatioReporter reporter;
+    benchmark::RunSpecifiedBenchmarks(&reporter);
+    return 0;
+}
