@@ -1,0 +1,18 @@
+#pragma once
+
+#include <QString>
+
+/// Starts the program anew after it has crashed.
+namespace CrashRestart {
+/// Passed to the new process; only marks it.
+inline constexpr char RestartedArgument[] = "--restarted";
+
+/// Arms the handlers for SIGSEGV, SIGABRT, SIGFPE, SIGILL and for uncaught exceptions. On a crash they call restart()
+/// if `wanted` is true at that moment, and end the process at once: with 128 + the signal's number, or with 1 after an
+/// exception. \param wanted lives as long as the process. Call once, on the main thread.
+void install(const bool& wanted);
+
+/// Starts a detached copy of the running executable. Works with a broken heap and a full stack: everything it needs was
+/// prepared by install(), and only then does it do anything.
+void restart();
+} // namespace CrashRestart

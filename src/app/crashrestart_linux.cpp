@@ -1,0 +1,79 @@
+#include "app/crashrestart.h"
+
+#include <QByteArray>
+#include <QCoreApplication>
+#include <QFile>
+
+#include <csignal>
+#include <cstdlib>
+#include <exception>
+#include <unistd.h>
+
+// What the handlers use is made beforehand and never freed; they call async-signal-safe functions only.
+namespace {
+
+const bool* restartWanted = nullptr;
+QByteArray executable;
+char* restartArguments[3] = {};
+
+// A stack overflow leaves no room for a handler on the normal stack.
+alignas(16) char handlerStack[64 * 1024];
+
+void onCrashSignal(int number)
+{
+    if (*restartWanted)
+        CrashRestart::restart();
+    _exit(128 + number);
+}
+
+[[noreturn]] void onTerminate()
+{
+    if (*restartWanted)
+        CrashRestart::restart();
+    _exit(1);
+}
+
+/// The new process must not inherit the crashed one's files, sockets and blocked signals.
+[[noreturn]] void becomeNewProcess()
+{
+    setsid();
+    // Twice forked, it belongs to init: nobody waits for it, and it outlives the terminal and the crashed parent.
+    if (_Fork() != 0)
+        _exit(0);
+    sigset_t none;
+    sigemptyset(&none);
+    sigprocmask(SIG_SETMASK, &none, nullptr);
+    close_range(3, ~0U, 0);
+    execv(restartArguments[0], restartArguments);
+    _exit(127);
+}
+
+} // namespace
+
+void CrashRestart::install(const bool& wanted)
+{
+    restartWanted = &wanted;
+    executable = QFile::encodeName(QCoreApplication::applicationFilePath());
+    restartArguments[0] = executable.data();
+    restartArguments[1] = const_cast<char*>(RestartedArgument);
+
+    stack_t stack = {};
+    stack.ss_sp = handlerStack;
+    stack.ss_size = sizeof handlerStack;
+    sigaltstack(&stack, nullptr);
+
+    struct sigaction action = {};
+    action.sa_handler = onCrashSignal;
+    action.sa_flags = SA_ONSTACK;
+    // One crash is enough: a second signal must not interrupt the handler of the first.
+    sigfillset(&action.sa_mask);
+    for (const int number : {SIGSEGV, SIGABRT, SIGFPE, SIGILL})
+        sigaction(number, &action, nullptr);
+    std::set_terminate(onTerminate);
+}
+
+void CrashRestart::restart()
+{
+    if (restartArguments[0] && _Fork() == 0)
+        becomeNewProcess();
+}

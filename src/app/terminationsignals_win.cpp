@@ -1,0 +1,3 @@
+#include "app/terminationsignals.h"
+
+TerminationSignals::TerminationSignals(QObject* parent) : QObject(parent) {}

@@ -1,0 +1,11 @@
+#include "encode/durable.h"
+
+#include <QFileDevice>
+
+#include <unistd.h>
+
+void syncToDisk(QFileDevice& file)
+{
+    file.flush();
+    fdatasync(file.handle());
+}

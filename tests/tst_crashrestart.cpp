@@ -1,0 +1,101 @@
+#include "app/crashrestart.h"
+
+#include <QDir>
+#include <QFile>
+#include <QProcess>
+#include <QTemporaryDir>
+#include <QTest>
+
+#include <csignal>
+#include <stdexcept>
+
+namespace {
+
+constexpr char FolderVariable[] = "TIDEWELL_TEST_FOLDER";
+
+/// Never gets to a depth of -1; the compiler does not know.
+int overflowStack(int depth)
+{
+    volatile char filler[4096];
+    filler[depth % 4096] = char(depth);
+    return depth < 0 ? 0 : overflowStack(depth + 1) + filler[0];
+}
+
+/// The process that crashes; its successor leaves a file that tells the arguments it was given.
+int crash(const QStringList& arguments)
+{
+    if (arguments.value(1) == CrashRestart::RestartedArgument) {
+        QFile file(qEnvironmentVariable(FolderVariable) + QStringLiteral("/restarted"));
+        return file.open(QIODevice::WriteOnly) && file.write(arguments.mid(1).join(u' ').toUtf8()) > 0 ? 0 : 1;
+    }
+    static const bool wanted = arguments.value(2) == QLatin1String("restart");
+    CrashRestart::install(wanted);
+    const QString how = arguments.value(1);
+    if (how == QLatin1String("exception"))
+        throw std::runtime_error("nobody catches this");
+    if (how == QLatin1String("overflow"))
+        return overflowStack(0);
+    return std::raise(how.toInt());
+}
+
+} // namespace
+
+class TestCrashRestart : public QObject {
+    Q_OBJECT
+
+private Q_SLOTS:
+    void endsAndRestarts_data();
+    void endsAndRestarts();
+};
+
+void TestCrashRestart::endsAndRestarts_data()
+{
+    QTest::addColumn<QString>("how");
+    QTest::addColumn<bool>("restart");
+    QTest::addColumn<int>("exitCode");
+    QTest::newRow("segmentation fault") << QString::number(SIGSEGV) << true << 128 + SIGSEGV;
+    QTest::newRow("abort") << QString::number(SIGABRT) << true << 128 + SIGABRT;
+    QTest::newRow("division by zero") << QString::number(SIGFPE) << true << 128 + SIGFPE;
+    QTest::newRow("illegal instruction") << QString::number(SIGILL) << true << 128 + SIGILL;
+    QTest::newRow("uncaught exception") << "exception" << true << 1;
+    QTest::newRow("restart not wanted") << QString::number(SIGSEGV) << false << 128 + SIGSEGV;
+#ifdef Q_OS_LINUX
+    QTest::newRow("stack overflow") << "overflow" << true << 128 + SIGSEGV;
+#endif
+}
+
+void TestCrashRestart::endsAndRestarts()
+{
+    QFETCH(QString, how);
+    QFETCH(bool, restart);
+    QTemporaryDir folder;
+    QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+    environment.insert(QLatin1String(FolderVariable), folder.path());
+    QProcess process;
+    process.setProcessEnvironment(environment);
+    process.start(QCoreApplication::applicationFilePath(), {how, restart ? "restart" : "stay"});
+    QVERIFY(process.waitForFinished());
+    QCOMPARE(process.exitStatus(), QProcess::NormalExit);
+    QTEST(process.exitCode(), "exitCode");
+
+    const QString trace = folder.filePath("restarted");
+    const auto restarted = [&] {
+        QFile file(trace);
+        return file.open(QIODevice::ReadOnly) && file.readAll() == CrashRestart::RestartedArgument;
+    };
+    if (restart)
+        QTRY_VERIFY(restarted());
+    else
+        QVERIFY(!QTest::qWaitFor(restarted, 500));
+}
+
+int main(int argc, char* argv[])
+{
+    QCoreApplication app(argc, argv);
+    if (qEnvironmentVariableIsSet(FolderVariable))
+        return crash(app.arguments());
+    TestCrashRestart test;
+    return QTest::qExec(&test, argc, argv);
+}
+
+#include "tst_crashrestart.moc"
