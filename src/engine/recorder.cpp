@@ -1,0 +1,230 @@
+#include "engine/recorder.h"
+
+#include "app/appsettings.h"
+#include "archive/archiveindex.h"
+#include "capture/audiocapture.h"
+#include "capture/capturefactory.h"
+#include "encode/codecs.h"
+#include "encode/encoder.h"
+#include "engine/filenametemplate.h"
+#include "engine/levelanalyzer.h"
+#include "engine/segment.h"
+
+#include <QDir>
+#include <QFile>
+#include <QFileInfo>
+
+using namespace std::chrono_literals;
+
+namespace {
+
+constexpr auto TickInterval = 200ms;
+
+} // namespace
+
+Recorder::Environment Recorder::Environment::real()
+{
+    return {[] { return QDateTime::currentDateTime(); }, [] { return ::createCapture(nullptr); }};
+}
+
+Recorder::Recorder(ArchiveIndex* archive, QObject* parent, Environment environment)
+    : QObject(parent), m_archive(archive), m_environment(std::move(environment)), m_levels(new LevelAnalyzer(this))
+{
+    connect(m_levels, &LevelAnalyzer::levelChanged, this, &Recorder::levelChanged);
+    connect(m_levels, &LevelAnalyzer::channelLevels, this, &Recorder::channelLevels);
+    connect(m_levels, &LevelAnalyzer::silenceDetected, this, &Recorder::silenceDetected);
+    connect(m_levels, &LevelAnalyzer::audioRestored, this, &Recorder::audioRestored);
+    m_tick.setInterval(TickInterval);
+    connect(&m_tick, &QTimer::timeout, this, &Recorder::onTick);
+}
+
+Recorder::~Recorder()
+{
+    stop(tr("Shutdown"));
+}
+
+qint64 Recorder::elapsedMs() const
+{
+    return m_recording && m_elapsed.isValid() ? m_elapsed.elapsed() : 0;
+}
+
+QString Recorder::sourceDescription() const
+{
+    return m_capture ? m_capture->description() : QString();
+}
+
+QString Recorder::baseName(const QDateTime& start) const
+{
+    const AppSettings& settings = AppSettings::instance();
+    return FileNameTemplate::expand(settings.fileTemplate, start, settings.fileSerial);
+}
+
+QString Recorder::previewFileName(const QDateTime& start) const
+{
+    return baseName(start) + u'.' + codecExtension(AppSettings::instance().codec);
+}
+
+bool Recorder::start(const QString& reason)
+{
+    if (m_recording)
+        return true;
+    const AppSettings& settings = AppSettings::instance();
+    m_format = {settings.sampleRate, settings.channels};
+    if (!QDir().mkpath(settings.outputFolder)) {
+        Q_EMIT errorOccurred(tr("Cannot create the output folder: %1").arg(settings.outputFolder));
+        return false;
+    }
+    m_levels->configure(m_format);
+    m_levels->setSilence(settings.silenceThresholdDb, settings.silenceSeconds);
+    const QDateTime now = m_environment.now();
+    m_elapsed.start();
+
+    if (!openSegment(now))
+        return false;
+    if (!startCapture()) {
+        closeSegment();
+        releaseCapture();
+        return false;
+    }
+    m_recording = true;
+    m_tick.start();
+    Q_EMIT recordingChanged(true);
+    Q_EMIT logMessage(reason.isEmpty() ? tr("Recording started") : tr("Recording started (%1)").arg(reason));
+    return true;
+}
+
+bool Recorder::startCapture()
+{
+    releaseCapture();
+    m_capture = m_environment.createCapture();
+    connect(m_capture, &AudioCapture::dataReady, this, &Recorder::onData);
+    connect(m_capture, &AudioCapture::errorOccurred, this, &Recorder::onCaptureError);
+    connect(m_capture, &AudioCapture::overloadDetected, this, &Recorder::overloadDetected);
+    connect(m_capture, &AudioCapture::warning, this, &Recorder::logMessage);
+    return m_capture->start(m_format);
+}
+
+/// Stops the source and lets go of it. It may be the source's own signal that leads here, so it dies a little later;
+/// cut off at once, it has nothing more to say.
+void Recorder::releaseCapture()
+{
+    if (!m_capture)
+        return;
+    m_capture->disconnect(this);
+    m_capture->stop();
+    m_capture->setParent(this);
+    m_capture->deleteLater();
+    m_capture = nullptr;
+}
+
+bool Recorder::openSegment(const QDateTime& start)
+{
+    AppSettings& settings = AppSettings::instance();
+    m_encoder = createEncoder({settings.codec, settings.bitrate, settings.vorbisQuality});
+    const QString path = freePath(start);
+    if (!m_encoder->open(path, m_format)) {
+        Q_EMIT errorOccurred(tr("Cannot start encoding: %1").arg(m_encoder->errorString()));
+        m_encoder.reset();
+        return false;
+    }
+    m_current = {};
+    m_current.filePath = path;
+    m_current.fileName = QFileInfo(path).fileName();
+    m_current.start = start;
+    m_current.inProgress = true;
+    m_fileFrames = 0;
+    m_segmentEnd = Segment::end(start, settings.splitMinutes, settings.alignToClock);
+    // In memory only: the next save of the settings takes it to the store.
+    settings.fileSerial = settings.fileSerial % 9999 + 1;
+
+    Q_EMIT fileStarted(path);
+    if (m_segmentEnd.isValid()) {
+        const QString format = QStringLiteral("HH:mm");
+        Q_EMIT logMessage(tr("Recording %1 - %2").arg(start.toString(format), m_segmentEnd.toString(format)));
+    }
+    return true;
+}
+
+/// The path for a file that starts then; numbered when there is such a file already.
+QString Recorder::freePath(const QDateTime& start) const
+{
+    const AppSettings& settings = AppSettings::instance();
+    const QDir folder(settings.outputFolder);
+    const QString base = baseName(start);
+    const QString extension = codecExtension(settings.codec);
+    QString path = folder.filePath(base + u'.' + extension);
+    for (int counter = 1; QFileInfo::exists(path); ++counter) {
+        path = folder.filePath(QStringLiteral("%1_%2.%3")
+                                   .arg(base, QStringLiteral("%1").arg(counter, 2, 10, QLatin1Char('0')), extension));
+    }
+    return path;
+}
+
+void Recorder::closeSegment()
+{
+    if (!m_encoder)
+        return;
+    m_encoder->close();
+    RecordInfo record = m_current;
+    record.durationMs = m_format.sampleRate > 0 ? m_fileFrames * 1000 / m_format.sampleRate : 0;
+    record.bytes = QFileInfo(record.filePath).size();
+    record.inProgress = false;
+    m_encoder.reset();
+
+    if (record.durationMs >= 1) {
+        if (m_archive)
+            m_archive->addRecord(record);
+        Q_EMIT fileFinished(record);
+    } else if (record.bytes == 0) {
+        QFile::remove(record.filePath);
+    }
+    m_current = {};
+}
+
+void Recorder::stop(const QString& reason)
+{
+    if (!m_recording)
+        return;
+    m_tick.stop();
+    releaseCapture();
+    closeSegment();
+    m_recording = false;
+    Q_EMIT recordingChanged(false);
+    Q_EMIT elapsedChanged(0);
+    Q_EMIT levelChanged(LevelAnalyzer::FloorDb, LevelAnalyzer::FloorDb);
+    Q_EMIT logMessage(reason.isEmpty() ? tr("Recording stopped") : tr("Recording stopped (%1)").arg(reason));
+}
+
+void Recorder::onData(const QByteArray& pcmS16)
+{
+    if (!m_recording || pcmS16.isEmpty())
+        return;
+    Q_EMIT audioReceived(pcmS16.size());
+    m_levels->process(pcmS16);
+
+    const QDateTime now = m_environment.now();
+    if (m_segmentEnd.isValid() && now >= m_segmentEnd) {
+        closeSegment();
+        if (!openSegment(now)) {
+            stop(tr("split failed"));
+            return;
+        }
+    }
+    if (m_encoder && m_encoder->write(pcmS16)) {
+        m_fileFrames += pcmS16.size() / m_format.frameBytes();
+        return;
+    }
+    Q_EMIT errorOccurred(tr("Write failed: %1").arg(m_encoder ? m_encoder->errorString() : tr("no encoder")));
+    stop(tr("write error"));
+}
+
+void Recorder::onCaptureError(const QString& message)
+{
+    Q_EMIT errorOccurred(message);
+    stop(tr("capture error"));
+}
+
+void Recorder::onTick()
+{
+    Q_EMIT elapsedChanged(elapsedMs());
+}

@@ -1,0 +1,97 @@
+#pragma once
+
+#include "archive/recordinfo.h"
+#include "capture/pcmformat.h"
+
+#include <QDateTime>
+#include <QElapsedTimer>
+#include <QObject>
+#include <QPointer>
+#include <QTimer>
+
+#include <functional>
+#include <memory>
+
+class ArchiveIndex;
+class AudioCapture;
+class Encoder;
+class LevelAnalyzer;
+
+/// The recording engine. While it runs it owns one capture source and one encoder, passes every block through the level
+/// analyser into the encoder, cuts the recording into segment files on the clock and reports each finished file.
+///
+/// Everything happens on the user-interface thread. Audio that arrives while a segment is closed and the next one
+/// opened waits in the capture source; what is finished stays on disk and in the archive, whatever goes wrong later.
+class Recorder : public QObject {
+    Q_OBJECT
+public:
+    /// What the recorder takes from outside: the clock that names and cuts files, and the maker of its sources.
+    struct Environment {
+        std::function<QDateTime()> now;
+        std::function<AudioCapture*()> createCapture;
+
+        /// The local clock, and the source that the settings ask for.
+        static Environment real();
+    };
+
+    /// \param archive is told every finished file; may be null, and outlives the recorder.
+    explicit Recorder(ArchiveIndex* archive, QObject* parent = nullptr, Environment environment = Environment::real());
+    ~Recorder() override;
+
+    bool isRecording() const { return m_recording; }
+    /// Milliseconds since the recording run started; 0 while stopped.
+    qint64 elapsedMs() const;
+    QString currentFilePath() const { return m_current.filePath; }
+    /// The source's name for people; empty while there is none.
+    QString sourceDescription() const;
+    /// Name that a file starting then would get from the current settings, without folder and collision counter.
+    QString previewFileName(const QDateTime& start) const;
+
+Q_SIGNALS:
+    void recordingChanged(bool recording);
+    void levelChanged(double peakDb, double rmsDb);
+    void channelLevels(double leftPeakDb, double rightPeakDb);
+    void overloadDetected();
+    /// Every block, before anything else is done with it.
+    void audioReceived(qint64 bytes);
+    void elapsedChanged(qint64 ms);
+    void logMessage(const QString& text);
+    void errorOccurred(const QString& text);
+    void fileStarted(const QString& path);
+    /// A file of at least 1 ms was closed.
+    void fileFinished(const RecordInfo& info);
+    void silenceDetected(int seconds);
+    void audioRestored();
+
+public Q_SLOTS:
+    /// \param reason is only logged. \return true when it records, or did already; false after errorOccurred().
+    bool start(const QString& reason);
+    bool start() { return start({}); }
+    /// Closes the last file. Without effect while stopped.
+    void stop(const QString& reason);
+    void stop() { stop({}); }
+    void onData(const QByteArray& pcmS16);
+    void onCaptureError(const QString& message);
+    void onTick();
+
+private:
+    bool openSegment(const QDateTime& start);
+    void closeSegment();
+    bool startCapture();
+    void releaseCapture();
+    QString baseName(const QDateTime& start) const;
+    QString freePath(const QDateTime& start) const;
+
+    ArchiveIndex* m_archive;
+    Environment m_environment;
+    QPointer<AudioCapture> m_capture;
+    std::unique_ptr<Encoder> m_encoder;
+    LevelAnalyzer* m_levels;
+    QTimer m_tick;
+    bool m_recording = false;
+    PcmFormat m_format;
+    RecordInfo m_current; ///< the file being written; empty while there is none
+    QElapsedTimer m_elapsed; ///< since the run started
+    QDateTime m_segmentEnd; ///< invalid: no split
+    qint64 m_fileFrames = 0; ///< written to the current file
+};

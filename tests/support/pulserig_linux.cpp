@@ -1,0 +1,63 @@
+#include "support/pulserig_linux.h"
+
+#include <QElapsedTimer>
+#include <QFile>
+#include <QThread>
+
+namespace {
+
+bool answers()
+{
+    QProcess pactl;
+    pactl.start(QStringLiteral("pactl"), {QStringLiteral("info")});
+    return pactl.waitForFinished() && pactl.exitCode() == 0;
+}
+
+void end(std::unique_ptr<QProcess>& process)
+{
+    if (!process)
+        return;
+    process->kill();
+    process->waitForFinished();
+    process.reset();
+}
+
+} // namespace
+
+bool PulseRig::start()
+{
+    const QString socket = m_folder.filePath(QStringLiteral("pulse"));
+    qputenv("PULSE_SERVER", "unix:" + socket.toUtf8());
+    m_server = std::make_unique<QProcess>();
+    m_server->setProcessChannelMode(QProcess::ForwardedChannels);
+    m_server->start(QStringLiteral(QT_TESTCASE_SOURCEDIR "/support/pulseserver"), {m_folder.path()});
+    QElapsedTimer waited;
+    for (waited.start(); waited.elapsed() < 10'000 && !answers();)
+        QThread::msleep(50);
+    return answers();
+}
+
+void PulseRig::kill()
+{
+    end(m_server);
+}
+
+void PulseRig::play(const QByteArray& pcm)
+{
+    QFile file(m_folder.filePath(QStringLiteral("programme%1.raw").arg(m_players.size())));
+    if (!file.open(QIODevice::WriteOnly) || file.write(pcm) != pcm.size())
+        qFatal("cannot write the programme");
+    file.close();
+    auto player = std::make_unique<QProcess>();
+    player->start(QStringLiteral("pacat"),
+                  {QStringLiteral("--raw"), QStringLiteral("--device=program"), QStringLiteral("--format=s16le"),
+                   QStringLiteral("--rate=44100"), QStringLiteral("--channels=2"), file.fileName()});
+    m_players.push_back(std::move(player));
+}
+
+PulseRig::~PulseRig()
+{
+    for (auto& player : m_players)
+        end(player);
+    end(m_server);
+}

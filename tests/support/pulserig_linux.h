@@ -1,0 +1,26 @@
+#pragma once
+
+#include <QProcess>
+#include <QString>
+#include <QTemporaryDir>
+
+#include <memory>
+#include <vector>
+
+/// The private sound server of the script "pulseserver". Set up before the QGuiApplication: the audio framework looks
+/// for its server once.
+class PulseRig {
+public:
+    /// Starts the server and points this process at it (PULSE_SERVER); false when that failed.
+    bool start();
+    /// Ends the server at once, as a crash would.
+    void kill();
+    /// Plays interleaved S16LE at 44.1 kHz stereo into the device "program", which "line_in" hears.
+    void play(const QByteArray& pcm);
+    ~PulseRig();
+
+private:
+    QTemporaryDir m_folder;
+    std::unique_ptr<QProcess> m_server;
+    std::vector<std::unique_ptr<QProcess>> m_players;
+};
