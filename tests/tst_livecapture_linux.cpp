@@ -59,7 +59,8 @@ void TestLiveCapture::losesNothingAtSegmentBorders()
     QElapsedTimer real;
     real.start();
     Recorder::Environment environment = Recorder::Environment::real();
-    environment.now = [&] { return QDateTime(QDate(2024, 3, 5), QTime(14, 58, 0)).addMSecs(real.elapsed() * 40); };
+    const qint64 begin = QDateTime(QDate(2024, 3, 5), QTime(14, 58)).toMSecsSinceEpoch();
+    environment.nowMs = [&] { return begin + real.elapsed() * 40; };
     ArchiveIndex archive;
     archive.setFolder(m_folder->path());
     Recorder recorder(&archive, nullptr, environment);

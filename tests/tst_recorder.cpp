@@ -51,7 +51,7 @@ private Q_SLOTS:
 private:
     Recorder::Environment environment()
     {
-        return {[this] { return m_now; },
+        return {[this] { return m_now.toMSecsSinceEpoch(); },
                 [this] {
                     m_capture = new ScriptedCapture;
                     m_capture->refuse = m_refuse;

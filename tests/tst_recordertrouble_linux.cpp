@@ -71,7 +71,7 @@ private Q_SLOTS:
     void programKilled();
 
 private:
-    Recorder::Environment m_environment{[] { return QDateTime::currentDateTime(); }, [] { return new FastCapture; }};
+    Recorder::Environment m_environment{QDateTime::currentMSecsSinceEpoch, [] { return new FastCapture; }};
     AppSettings& m_settings = AppSettings::instance();
 };
 

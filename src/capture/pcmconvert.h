@@ -5,8 +5,8 @@
 
 /// The input gain and what it reports. All values are on the 16-bit scale (full scale 32768).
 struct GainStage {
-    double gain = 1.0;           ///< linear factor, 10^(dB / 20)
-    bool limiter = false;        ///< soft limiting above the threshold instead of hard clipping at full scale
+    double gain = 1.0; ///< linear factor, 10^(dB / 20)
+    bool limiter = false; ///< soft limiting above the threshold instead of hard clipping at full scale
     quint64* overCount = nullptr; ///< if set: grows by the number of samples beyond the threshold after gain
 
     /// Magnitude above which a sample counts as an overload and the soft limiter's knee begins: -1 dBFS.

@@ -91,6 +91,8 @@ bool FfmpegEncoder::write(const QByteArray& pcmS16)
         return false;
     }
     m_bytesWritten += written;
+    // Into the pipe now, as far as it takes it: what waits in this process is lost if it is killed.
+    m_process->waitForBytesWritten(0);
     return true;
 }
 

@@ -24,7 +24,7 @@ constexpr auto TickInterval = 200ms;
 
 Recorder::Environment Recorder::Environment::real()
 {
-    return {[] { return QDateTime::currentDateTime(); }, [] { return ::createCapture(nullptr); }};
+    return {QDateTime::currentMSecsSinceEpoch, [] { return ::createCapture(nullptr); }};
 }
 
 Recorder::Recorder(ArchiveIndex* archive, QObject* parent, Environment environment)
@@ -76,10 +76,10 @@ bool Recorder::start(const QString& reason)
     }
     m_levels->configure(m_format);
     m_levels->setSilence(settings.silenceThresholdDb, settings.silenceSeconds);
-    const QDateTime now = m_environment.now();
+    const qint64 nowMs = m_environment.nowMs();
     m_elapsed.start();
 
-    if (!openSegment(now))
+    if (!openSegment(nowMs))
         return false;
     if (!startCapture()) {
         closeSegment();
@@ -117,8 +117,9 @@ void Recorder::releaseCapture()
     m_capture = nullptr;
 }
 
-bool Recorder::openSegment(const QDateTime& start)
+bool Recorder::openSegment(qint64 nowMs)
 {
+    const QDateTime start = QDateTime::fromMSecsSinceEpoch(nowMs);
     AppSettings& settings = AppSettings::instance();
     m_encoder = createEncoder({settings.codec, settings.bitrate, settings.vorbisQuality});
     const QString path = freePath(start);
@@ -133,14 +134,15 @@ bool Recorder::openSegment(const QDateTime& start)
     m_current.start = start;
     m_current.inProgress = true;
     m_fileFrames = 0;
-    m_segmentEnd = Segment::end(start, settings.splitMinutes, settings.alignToClock);
+    const QDateTime end = Segment::end(start, settings.splitMinutes, settings.alignToClock);
+    m_segmentEndMs = end.isValid() ? std::optional(end.toMSecsSinceEpoch()) : std::nullopt;
     // In memory only: the next save of the settings takes it to the store.
     settings.fileSerial = settings.fileSerial % 9999 + 1;
 
     Q_EMIT fileStarted(path);
-    if (m_segmentEnd.isValid()) {
+    if (end.isValid()) {
         const QString format = QStringLiteral("HH:mm");
-        Q_EMIT logMessage(tr("Recording %1 - %2").arg(start.toString(format), m_segmentEnd.toString(format)));
+        Q_EMIT logMessage(tr("Recording %1 - %2").arg(start.toString(format), end.toString(format)));
     }
     return true;
 }
@@ -202,10 +204,10 @@ void Recorder::onData(const QByteArray& pcmS16)
     Q_EMIT audioReceived(pcmS16.size());
     m_levels->process(pcmS16);
 
-    const QDateTime now = m_environment.now();
-    if (m_segmentEnd.isValid() && now >= m_segmentEnd) {
+    const qint64 nowMs = m_environment.nowMs();
+    if (m_segmentEndMs && nowMs >= *m_segmentEndMs) {
         closeSegment();
-        if (!openSegment(now)) {
+        if (!openSegment(nowMs)) {
             stop(tr("split failed"));
             return;
         }

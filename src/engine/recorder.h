@@ -11,6 +11,7 @@
 
 #include <functional>
 #include <memory>
+#include <optional>
 
 class ArchiveIndex;
 class AudioCapture;
@@ -27,10 +28,10 @@ class Recorder : public QObject {
 public:
     /// What the recorder takes from outside: the clock that names and cuts files, and the maker of its sources.
     struct Environment {
-        std::function<QDateTime()> now;
+        std::function<qint64()> nowMs; ///< since the epoch; asked for every block, where local time would be dear
         std::function<AudioCapture*()> createCapture;
 
-        /// The local clock, and the source that the settings ask for.
+        /// The system's clock, and the source that the settings ask for.
         static Environment real();
     };
 
@@ -75,7 +76,7 @@ public Q_SLOTS:
     void onTick();
 
 private:
-    bool openSegment(const QDateTime& start);
+    bool openSegment(qint64 nowMs);
     void closeSegment();
     bool startCapture();
     void releaseCapture();
@@ -92,6 +93,6 @@ private:
     PcmFormat m_format;
     RecordInfo m_current; ///< the file being written; empty while there is none
     QElapsedTimer m_elapsed; ///< since the run started
-    QDateTime m_segmentEnd; ///< invalid: no split
+    std::optional<qint64> m_segmentEndMs; ///< on the clock of the environment; none: no split
     qint64 m_fileFrames = 0; ///< written to the current file
 };

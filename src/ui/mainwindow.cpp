@@ -19,6 +19,8 @@
 #include <QStatusBar>
 #include <QVBoxLayout>
 
+#include <utility>
+
 namespace {
 
 const QString IdleButtonStyle = QStringLiteral(
@@ -73,6 +75,8 @@ void MainWindow::buildCentralWidget()
     connect(m_recordButton, &QPushButton::clicked, this, &MainWindow::toggleRecording);
     m_elapsedLabel = new QLabel;
     m_levelLabel = new QLabel;
+    // A fixed place: a text that grows and shrinks five times a second would lay out the whole row each time.
+    m_levelLabel->setFixedWidth(fontMetrics().horizontalAdvance(QStringLiteral("-00 / -00 dBFS0")));
 
     auto* controls = new QHBoxLayout;
     controls->addWidget(m_recordButton);
@@ -136,6 +140,7 @@ void MainWindow::onRecordingChanged(bool recording)
     m_recordButton->setStyleSheet(recording ? RecordingButtonStyle : IdleButtonStyle);
     statusBar()->showMessage(recording ? tr("Recording") : tr("Idle"));
     if (!recording) {
+        m_levelsAreNew = false;
         onElapsedChanged(0);
         m_levelLabel->clear();
         m_fileLabel->clear();
@@ -145,11 +150,16 @@ void MainWindow::onRecordingChanged(bool recording)
 void MainWindow::onElapsedChanged(qint64 ms)
 {
     m_elapsedLabel->setText(clockText(ms));
+    if (std::exchange(m_levelsAreNew, false))
+        m_levelLabel->setText(tr("%1 / %2 dBFS").arg(m_leftDb, 0, 'f', 0).arg(m_rightDb, 0, 'f', 0));
 }
 
+/// Fifty readings come in a second; they are shown with the clock, five times a second.
 void MainWindow::onChannelLevels(double leftPeakDb, double rightPeakDb)
 {
-    m_levelLabel->setText(tr("%1 / %2 dBFS").arg(leftPeakDb, 0, 'f', 1).arg(rightPeakDb, 0, 'f', 1));
+    m_leftDb = m_levelsAreNew ? qMax(m_leftDb, leftPeakDb) : leftPeakDb;
+    m_rightDb = m_levelsAreNew ? qMax(m_rightDb, rightPeakDb) : rightPeakDb;
+    m_levelsAreNew = true;
 }
 
 void MainWindow::closeEvent(QCloseEvent* event)

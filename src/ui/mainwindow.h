@@ -46,5 +46,8 @@ private:
     QLabel* m_levelLabel = nullptr;
     QLabel* m_fileLabel = nullptr;
     LogList* m_log = nullptr;
+    double m_leftDb = 0.0; ///< loudest since it was last shown
+    double m_rightDb = 0.0;
+    bool m_levelsAreNew = false;
     bool m_exitRequested = false;
 };
