@@ -22,4 +22,10 @@ export WINEQT_PLUGIN_PATH=${WINEQT_PLUGIN_PATH:-Z:$qt/plugins}
 export WINEQT_FORCE_STDERR_LOGGING=1
 if [ -z "${DISPLAY:-}" ]; then export WINEQT_QPA_PLATFORM=${WINEQT_QPA_PLATFORM:-offscreen}; fi
 
-exec wine "$@"
+# Wine's background processes, such as its desktop, inherit the output of the program that made them start and keep it
+# open: whoever reads a pipe to its end would wait for them. Hence a file, shown while it grows.
+output=$(mktemp)
+trap 'rm -f "$output"' EXIT
+wine "$@" >"$output" 2>&1 <&0 &
+tail --pid=$! -n +1 -s 0.05 -f "$output"
+wait $!
