@@ -29,6 +29,6 @@ void AppSettings::setStartWithSystem(bool enable)
     QDir().mkpath(folder);
     QSaveFile file(path);
     const QByteArray entry = AutostartEntry::text(QCoreApplication::applicationFilePath());
-    if (!file.open(QIODevice::WriteOnly) || file.write(entry) != entry.size() || !file.commit())
+    if (!file.open(QIODevice::WriteOnly) || file.write(entry) != entry.size() || !file.flush() || !file.commit())
         qCWarning(lcSettings) << "Cannot write" << path << ":" << file.errorString();
 }

@@ -33,6 +33,10 @@ TerminationSignals::TerminationSignals(QObject* parent) : QObject(parent)
     action.sa_handler = onSignal;
     action.sa_flags = SA_RESTART;
     sigemptyset(&action.sa_mask);
-    for (const int number : {SIGTERM, SIGINT, SIGHUP})
-        sigaction(number, &action, nullptr);
+    for (const int number : {SIGTERM, SIGINT, SIGHUP}) {
+        struct sigaction old = {};
+        sigaction(number, &action, &old);
+        if (old.sa_handler == SIG_IGN) // as nohup wants it
+            sigaction(number, &old, nullptr);
+    }
 }

@@ -24,6 +24,14 @@ int ms(std::chrono::milliseconds time)
 
 } // namespace
 
+/// Why ffmpeg is not running any more. What it said itself, of a full disk for example, is on the error output.
+QString FfmpegEncoder::reasonOfEnd(const QProcess& process)
+{
+    return process.exitStatus() == QProcess::NormalExit
+               ? tr("ffmpeg ended early (exit code %1).").arg(process.exitCode())
+               : process.errorString();
+}
+
 FfmpegEncoder::FfmpegEncoder(const QString& codecName, const QString& formatName, int bitrate)
     : m_codecName(codecName), m_formatName(formatName), m_bitrate(bitrate)
 {
@@ -31,7 +39,8 @@ FfmpegEncoder::FfmpegEncoder(const QString& codecName, const QString& formatName
 
 FfmpegEncoder::~FfmpegEncoder()
 {
-    FfmpegEncoder::close();
+    if (m_process)
+        FfmpegEncoder::close();
 }
 
 QStringList FfmpegEncoder::arguments(const QString& path, const PcmFormat& format) const
@@ -77,8 +86,8 @@ bool FfmpegEncoder::isOpen() const
 bool FfmpegEncoder::write(const QByteArray& pcmS16)
 {
     if (!isOpen()) {
-        if (m_process) // it ended by itself: killed, or out of disk
-            m_errorString = m_process->errorString();
+        if (m_process)
+            m_errorString = reasonOfEnd(*m_process);
         return false;
     }
     if (m_process->bytesToWrite() > MaxWaitingBytes) {
@@ -91,8 +100,6 @@ bool FfmpegEncoder::write(const QByteArray& pcmS16)
         return false;
     }
     m_bytesWritten += written;
-    // Into the pipe now, as far as it takes it: what waits in this process is lost if it is killed.
-    m_process->waitForBytesWritten(0);
     return true;
 }
 

@@ -32,6 +32,7 @@ public:
     QStringList arguments(const QString& path, const PcmFormat& format) const;
 
 private:
+    static QString reasonOfEnd(const QProcess& process);
     void finishProcess();
 
     QString m_codecName;

@@ -203,6 +203,8 @@ void Recorder::onData(const QByteArray& pcmS16)
         return;
     Q_EMIT audioReceived(pcmS16.size());
     m_levels->process(pcmS16);
+    if (!m_recording) // who heard of the block or of silence stopped us
+        return;
 
     const qint64 nowMs = m_environment.nowMs();
     if (m_segmentEndMs && nowMs >= *m_segmentEndMs) {

@@ -22,7 +22,8 @@ class LevelAnalyzer;
 /// analyser into the encoder, cuts the recording into segment files on the clock and reports each finished file.
 ///
 /// Everything happens on the user-interface thread. Audio that arrives while a segment is closed and the next one
-/// opened waits in the capture source; what is finished stays on disk and in the archive, whatever goes wrong later.
+/// opened waits in the capture source and the sound server, as far as they have room: PulseAudio has 4 MB, that is 20
+/// seconds and more. What is finished stays on disk and in the archive, whatever goes wrong later.
 class Recorder : public QObject {
     Q_OBJECT
 public:
