@@ -1,0 +1,30 @@
+#pragma once
+
+#include <QStringList>
+
+#include <functional>
+#include <memory>
+
+/// One MIDI input of this machine.
+class MidiInput {
+public:
+    /// A short message, packed: status in bits 0-7, first data byte in 8-15, second in 16-23. Called on a thread of the
+    /// system's.
+    using Handler = std::function<void(quint32 message)>;
+
+    /// Names of the inputs that are there; their places are the indexes that open() takes.
+    static QStringList deviceNames();
+
+    MidiInput();
+    ~MidiInput();
+
+    /// Opens and starts an input. \return 0, or the system's error number.
+    int open(int index, Handler handler);
+    /// Once this returns, the handler is not called any more. Safe at any time.
+    void close();
+    bool isOpen() const { return m_device != nullptr; }
+
+private:
+    struct Device;
+    std::unique_ptr<Device> m_device;
+};

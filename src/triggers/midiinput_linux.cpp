@@ -1,0 +1,97 @@
+#include "triggers/midiinput.h"
+
+#include <QLoggingCategory>
+
+#include <RtMidi.h>
+
+#include <string>
+#include <vector>
+
+Q_LOGGING_CATEGORY(lcMidi, "tidewell.midi")
+
+namespace {
+
+constexpr char ClientName[] = "Tidewell";
+
+/// RtMidi throws only out of its constructors; all else comes through this, and by default goes to standard error.
+void onRtMidiError(RtMidiError::Type type, const std::string& text, void* worst)
+{
+    qCDebug(lcMidi) << "RtMidi" << int(type) << QString::fromStdString(text);
+    if (worst && type > RtMidiError::DEBUG_WARNING)
+        *static_cast<RtMidiError::Type*>(worst) = type;
+}
+
+/// The ALSA sequencer where there is one, else JACK; null when there is neither.
+std::unique_ptr<RtMidiIn> connectToSystem()
+{
+    for (const RtMidi::Api api : {RtMidi::LINUX_ALSA, RtMidi::UNIX_JACK}) {
+        try {
+            auto input = std::make_unique<RtMidiIn>(api, ClientName);
+            input->setErrorCallback(onRtMidiError);
+            return input;
+        } catch (const RtMidiError& error) {
+            qCDebug(lcMidi) << QString::fromStdString(error.getMessage());
+        }
+    }
+    return nullptr;
+}
+
+} // namespace
+
+struct MidiInput::Device {
+    std::unique_ptr<RtMidiIn> input;
+    Handler handler;
+
+    static void onMessage(double, std::vector<unsigned char>* bytes, void* user)
+    {
+        quint32 message = 0;
+        for (size_t i = 0; i < bytes->size() && i < 3; ++i)
+            message |= quint32((*bytes)[i]) << (8 * i);
+        static_cast<const Device*>(user)->handler(message);
+    }
+};
+
+QStringList MidiInput::deviceNames()
+{
+    QStringList names;
+    const auto input = connectToSystem();
+    const unsigned count = input ? input->getPortCount() : 0;
+    for (unsigned index = 0; index < count; ++index)
+        names << QString::fromStdString(input->getPortName(index));
+    return names;
+}
+
+MidiInput::MidiInput() = default;
+
+MidiInput::~MidiInput()
+{
+    close();
+}
+
+int MidiInput::open(int index, Handler handler)
+{
+    close();
+    auto device = std::make_unique<Device>();
+    device->handler = std::move(handler);
+    device->input = connectToSystem();
+    if (!device->input)
+        return RtMidiError::NO_DEVICES_FOUND;
+    RtMidiError::Type worst = RtMidiError::WARNING;
+    device->input->setErrorCallback(onRtMidiError, &worst);
+    device->input->setCallback(Device::onMessage, device.get());
+    device->input->openPort(unsigned(index), ClientName);
+    device->input->setErrorCallback(onRtMidiError);
+    if (worst != RtMidiError::WARNING)
+        return worst;
+    m_device = std::move(device);
+    return 0;
+}
+
+void MidiInput::close()
+{
+    if (!m_device)
+        return;
+    m_device->input->cancelCallback();
+    m_device->input->closePort();
+    m_device.reset();
+}

@@ -1,0 +1,49 @@
+#include "triggers/miditrigger.h"
+
+#include "app/appsettings.h"
+#include "triggers/midimessage.h"
+
+MidiTrigger::~MidiTrigger()
+{
+    MidiTrigger::stop();
+}
+
+bool MidiTrigger::start()
+{
+    stop();
+    const AppSettings& settings = AppSettings::instance();
+    const qsizetype count = devices().size();
+    if (count == 0) {
+        Q_EMIT errorOccurred(tr("No MIDI input devices were found."));
+        return false;
+    }
+    const int index = qBound(0, settings.midiDevice, int(count) - 1);
+    // The handler runs on a thread of the system's: it gets what it needs of the settings now, and only posts.
+    const MidiFilter filter{settings.midiChannel, settings.midiNumber};
+    const int error = m_input.open(index, [this, filter](quint32 message) {
+        if (const auto on = midiTriggerState(message, filter))
+            QMetaObject::invokeMethod(this, *on ? &MidiTrigger::triggeredOn : &MidiTrigger::triggeredOff,
+                                      Qt::QueuedConnection);
+    });
+    if (error != 0) {
+        Q_EMIT errorOccurred(tr("Could not open the MIDI input (error %1).").arg(error));
+        return false;
+    }
+    Q_EMIT logMessage(tr("Trigger listening on %1").arg(description()));
+    return true;
+}
+
+void MidiTrigger::stop()
+{
+    m_input.close();
+}
+
+QString MidiTrigger::description() const
+{
+    const AppSettings& settings = AppSettings::instance();
+    const QString channel = settings.midiChannel != 0 ? tr("channel %1").arg(settings.midiChannel) : tr("any channel");
+    return tr("MIDI %1, number %2, %3")
+        .arg(settings.midiDeviceName.isEmpty() ? tr("input") : settings.midiDeviceName)
+        .arg(settings.midiNumber)
+        .arg(channel);
+}

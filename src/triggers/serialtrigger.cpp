@@ -1,0 +1,165 @@
+#include "triggers/serialtrigger.h"
+
+#include "app/appsettings.h"
+
+#include <QLoggingCategory>
+#include <QSerialPort>
+#include <QSerialPortInfo>
+
+#include <algorithm>
+#include <chrono>
+#include <iterator>
+
+using namespace std::chrono_literals;
+
+Q_LOGGING_CATEGORY(lcSerial, "tidewell.serial")
+
+namespace {
+
+constexpr auto PollInterval = 20ms;
+
+struct ControlLine {
+    const char* name;
+    QSerialPort::PinoutSignal signal;
+};
+/// By the number that the settings store; any other number is the last one.
+constexpr ControlLine ControlLines[] = {
+    {"CTS", QSerialPort::ClearToSendSignal},
+    {"DSR", QSerialPort::DataSetReadySignal},
+    {"DCD", QSerialPort::DataCarrierDetectSignal},
+};
+
+const ControlLine& watchedLine()
+{
+    const int line = AppSettings::instance().serialLine;
+    return ControlLines[line == 0 || line == 1 ? line : 2];
+}
+
+} // namespace
+
+QList<SerialTrigger::Port> SerialTrigger::ports()
+{
+    QList<Port> list;
+    const auto infos = QSerialPortInfo::availablePorts();
+    std::transform(infos.begin(), infos.end(), std::back_inserter(list), [](const QSerialPortInfo& info) {
+        const QString name = info.portName();
+        return Port{name, info.description().isEmpty() ? name : name + QStringLiteral(" - ") + info.description()};
+    });
+    return list;
+}
+
+SerialTrigger::SerialTrigger(Mode mode, QObject* parent) : TriggerSource(parent), m_mode(mode)
+{
+    m_poll.setInterval(PollInterval);
+    connect(&m_poll, &QTimer::timeout, this, &SerialTrigger::pollControlLines);
+}
+
+SerialTrigger::~SerialTrigger()
+{
+    SerialTrigger::stop();
+}
+
+bool SerialTrigger::start()
+{
+    stop();
+    const AppSettings& settings = AppSettings::instance();
+    if (settings.serialPort.isEmpty()) {
+        Q_EMIT errorOccurred(tr("No serial port has been selected for triggering."));
+        return false;
+    }
+    m_port = new QSerialPort(settings.serialPort, this);
+    m_port->setBaudRate(settings.serialBaud);
+    m_port->setDataBits(QSerialPort::Data8);
+    m_port->setParity(QSerialPort::NoParity);
+    m_port->setStopBits(QSerialPort::OneStop);
+    m_port->setFlowControl(QSerialPort::NoFlowControl);
+    if (!m_port->open(QIODevice::ReadWrite)) {
+        Q_EMIT errorOccurred(tr("Cannot open %1: %2").arg(settings.serialPort, m_port->errorString()));
+        delete m_port;
+        m_port = nullptr;
+        return false;
+    }
+    connect(m_port, &QSerialPort::errorOccurred, this, &SerialTrigger::onPortError);
+    if (m_mode == Mode::ControlLine) {
+        // They can feed the contact that closes onto the watched input.
+        m_port->setDataTerminalReady(true);
+        m_port->setRequestToSend(true);
+        m_poll.start();
+    } else {
+        connect(m_port, &QSerialPort::readyRead, this, &SerialTrigger::readCommands);
+    }
+    Q_EMIT logMessage(tr("Trigger listening on %1").arg(description()));
+    return true;
+}
+
+void SerialTrigger::stop()
+{
+    m_poll.stop();
+    if (m_port) {
+        m_port->disconnect(this);
+        m_port->close();
+        m_port->deleteLater();
+        m_port = nullptr;
+    }
+    m_lines.clear();
+    m_lineState.reset();
+}
+
+bool SerialTrigger::isActive() const
+{
+    return m_port && m_port->isOpen();
+}
+
+QString SerialTrigger::description() const
+{
+    const AppSettings& settings = AppSettings::instance();
+    if (m_mode == Mode::TextCommands)
+        return tr("%1 (%2 baud, text)").arg(settings.serialPort).arg(settings.serialBaud);
+    return tr("%1 (%2%3)")
+        .arg(settings.serialPort, QLatin1String(watchedLine().name),
+             settings.serialInvert ? tr(", inverted") : QString());
+}
+
+/// A port whose other end is gone reports the same error again without end, a hundred thousand times a second.
+void SerialTrigger::onPortError()
+{
+    const QSerialPort::SerialPortError error = m_port->error();
+    if (error != QSerialPort::ReadError && error != QSerialPort::ResourceError)
+        return;
+    qCWarning(lcSerial) << "Closing" << m_port->portName() << ":" << m_port->errorString();
+    m_poll.stop();
+    m_port->close();
+}
+
+void SerialTrigger::pollControlLines()
+{
+    if (!isActive())
+        return;
+    const bool line = m_port->pinoutSignals().testFlag(watchedLine().signal);
+    const bool on = line != AppSettings::instance().serialInvert;
+    if (!isActive() || m_lineState == on) // reading the lines may find that the port is gone
+        return;
+    m_lineState = on;
+    if (on)
+        Q_EMIT triggeredOn();
+    else
+        Q_EMIT triggeredOff();
+}
+
+void SerialTrigger::readCommands()
+{
+    m_lines.append(m_port->readAll());
+    const AppSettings& settings = AppSettings::instance();
+    for (QString line = m_lines.next(); !line.isNull(); line = m_lines.next()) {
+        switch (serialCommand(line, settings.onCommand, settings.offCommand)) {
+        case SerialCommand::On:
+            Q_EMIT triggeredOn();
+            break;
+        case SerialCommand::Off:
+            Q_EMIT triggeredOff();
+            break;
+        case SerialCommand::None:
+            break;
+        }
+    }
+}

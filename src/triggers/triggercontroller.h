@@ -1,0 +1,50 @@
+#pragma once
+
+#include <QObject>
+#include <QPointer>
+#include <QTimer>
+
+#include <functional>
+
+class Recorder;
+class TriggerSource;
+
+/// What the settings store as trigger/kind; anything else is no trigger.
+enum class TriggerKind { None = 0, SerialLine = 1, SerialText = 2, Midi = 3 };
+
+/// Owns the trigger that the settings select and makes the recorder follow it, with a run-on time after its release.
+/// In automatic mode the schedule has the last word: outside its hours a trigger event stops a recording.
+class TriggerController : public QObject {
+    Q_OBJECT
+public:
+    using SourceFactory = std::function<TriggerSource*(int kind, QObject* parent)>;
+    /// The trigger of this kind, stopped, or null for none.
+    static TriggerSource* createSource(int kind, QObject* parent);
+
+    /// Has no source until reload(). \param recorder not owned, may be null.
+    explicit TriggerController(Recorder* recorder, QObject* parent = nullptr, SourceFactory factory = createSource);
+
+    /// Rebuilds the source from the settings. Ends a triggered state silently, without touching the recording.
+    void reload();
+    bool hasSource() const { return m_source != nullptr; }
+    bool isActive() const { return m_active; }
+
+public Q_SLOTS:
+    void onTriggeredOn();
+    void onTriggeredOff();
+    void onHoldElapsed();
+
+Q_SIGNALS:
+    void logMessage(const QString& text);
+    void triggerStateChanged(bool on);
+
+private:
+    void discardSource();
+    void applyState();
+
+    Recorder* m_recorder;
+    SourceFactory m_factory;
+    QPointer<TriggerSource> m_source;
+    QTimer m_hold;
+    bool m_active = false;
+};
