@@ -1,10 +1,10 @@
 #include "app/appsettings.h"
 #include "archive/archiveindex.h"
-#include "capture/audiocapture.h"
 #include "encode/codecs.h"
 #include "engine/recorder.h"
 #include "support/audiofiles.h"
 #include "support/counting.h"
+#include "support/scriptedcapture.h"
 
 #include <QDir>
 #include <QSignalSpy>
@@ -17,23 +17,6 @@ namespace {
 
 /// Low, for speed: the test hears minutes.
 constexpr int Rate = 32000;
-
-/// A source that says what the test tells it to.
-class ScriptedCapture : public AudioCapture {
-    Q_OBJECT
-public:
-    bool start(const PcmFormat&) override
-    {
-        if (refuse)
-            Q_EMIT errorOccurred(QStringLiteral("No audio input device is available."));
-        return !refuse;
-    }
-    void stop() override {}
-    bool isRunning() const override { return true; }
-    QString description() const override { return QStringLiteral("Scripted"); }
-
-    bool refuse = false;
-};
 
 } // namespace
 

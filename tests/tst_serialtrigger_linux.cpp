@@ -1,0 +1,175 @@
+#include "app/appsettings.h"
+#include "triggers/serialtrigger.h"
+
+#include <QSignalSpy>
+#include <QTest>
+
+#include <cerrno>
+#include <cstdarg>
+#include <cstdlib>
+#include <ctime>
+#include <fcntl.h>
+#include <sys/ioctl.h>
+#include <sys/syscall.h>
+#include <unistd.h>
+
+namespace {
+
+// A pseudo-terminal has no modem lines: these stand for them.
+int inputLines = 0;
+int outputLines = 0;
+bool unplugged = false;
+
+} // namespace
+
+/// Takes the place of the C library's function for the whole program, QSerialPort included.
+extern "C" int ioctl(int fd, unsigned long request, ...) noexcept
+{
+    va_list list;
+    va_start(list, request);
+    auto* argument = va_arg(list, int*);
+    va_end(list);
+    if (request != TIOCMGET && request != TIOCMSET && request != TIOCMBIS && request != TIOCMBIC)
+        return int(syscall(SYS_ioctl, fd, request, argument));
+    if (unplugged) {
+        errno = EIO;
+        return -1;
+    }
+    if (request == TIOCMGET)
+        *argument = inputLines | outputLines;
+    else if (request == TIOCMSET)
+        outputLines = *argument;
+    else if (request == TIOCMBIS)
+        outputLines |= *argument;
+    else
+        outputLines &= ~*argument;
+    return 0;
+}
+
+/// Real QSerialPort calls on a real pseudo-terminal.
+class TestSerialTrigger : public QObject {
+    Q_OBJECT
+
+private Q_SLOTS:
+    void init();
+    void cleanup() { close(m_peer); }
+    void watchesALine_data();
+    void watchesALine();
+    void readsCommands();
+    void peerGone_data();
+    void peerGone();
+    void refusesToStart();
+
+private:
+    AppSettings& m_settings = AppSettings::instance();
+    int m_peer = -1; ///< the other end of the cable
+};
+
+void TestSerialTrigger::init()
+{
+    m_peer = posix_openpt(O_RDWR | O_NOCTTY);
+    QVERIFY(m_peer >= 0 && grantpt(m_peer) == 0 && unlockpt(m_peer) == 0);
+    m_settings.serialPort = QString::fromLatin1(ptsname(m_peer));
+    m_settings.serialLine = 0;
+    m_settings.serialInvert = false;
+    inputLines = 0;
+    outputLines = 0;
+    unplugged = false;
+}
+
+void TestSerialTrigger::watchesALine_data()
+{
+    QTest::addColumn<int>("line");
+    QTest::addColumn<int>("bit");
+    QTest::addColumn<bool>("invert");
+    QTest::addColumn<QString>("name");
+    QTest::newRow("clear to send") << 0 << TIOCM_CTS << false << "CTS";
+    QTest::newRow("data set ready") << 1 << TIOCM_DSR << false << "DSR";
+    QTest::newRow("carrier detect") << 2 << TIOCM_CD << false << "DCD";
+    QTest::newRow("an unknown line is the last") << 9 << TIOCM_CD << false << "DCD";
+    QTest::newRow("inverted") << 0 << TIOCM_CTS << true << "CTS, inverted";
+}
+
+void TestSerialTrigger::watchesALine()
+{
+    QFETCH(int, line);
+    QFETCH(int, bit);
+    QFETCH(bool, invert);
+    QFETCH(QString, name);
+    m_settings.serialLine = line;
+    m_settings.serialInvert = invert;
+    SerialTrigger trigger(SerialTrigger::Mode::ControlLine);
+    QSignalSpy on(&trigger, &TriggerSource::triggeredOn);
+    QSignalSpy off(&trigger, &TriggerSource::triggeredOff);
+    QSignalSpy lines(&trigger, &TriggerSource::logMessage);
+    QVERIFY(trigger.start());
+    QCOMPARE(lines[0][0].toString(), QStringLiteral("Trigger listening on %1 (%2)").arg(m_settings.serialPort, name));
+    QCOMPARE(outputLines & (TIOCM_DTR | TIOCM_RTS), TIOCM_DTR | TIOCM_RTS);
+
+    QSignalSpy& high = invert ? off : on;
+    QSignalSpy& low = invert ? on : off;
+    QTRY_COMPARE(low.size(), 1); // the first look always reports
+    inputLines = TIOCM_CTS | TIOCM_DSR | TIOCM_CD | TIOCM_RI;
+    inputLines &= ~bit;
+    QTest::qWait(100);
+    inputLines = bit;
+    QTRY_COMPARE(high.size(), 1);
+    inputLines = 0;
+    QTRY_COMPARE(low.size(), 2);
+    QCOMPARE(high.size(), 1);
+    trigger.stop();
+    QVERIFY(!trigger.isActive());
+}
+
+void TestSerialTrigger::readsCommands()
+{
+    m_settings.serialBaud = 19200;
+    SerialTrigger trigger(SerialTrigger::Mode::TextCommands);
+    QCOMPARE(trigger.description(), m_settings.serialPort + " (19200 baud, text)");
+    QSignalSpy on(&trigger, &TriggerSource::triggeredOn);
+    QSignalSpy off(&trigger, &TriggerSource::triggeredOff);
+    QVERIFY(trigger.start());
+    QVERIFY(write(m_peer, "rec on\r\nREC", 11) == 11);
+    QTRY_COMPARE(on.size(), 1);
+    QVERIFY(write(m_peer, " OFF\n", 5) == 5);
+    QTRY_COMPARE(off.size(), 1);
+    QCOMPARE(on.size(), 1);
+}
+
+void TestSerialTrigger::peerGone_data()
+{
+    QTest::addColumn<int>("mode");
+    QTest::newRow("control line") << 1;
+    QTest::newRow("text") << 2;
+}
+
+void TestSerialTrigger::peerGone()
+{
+    QFETCH(int, mode);
+    SerialTrigger trigger{SerialTrigger::Mode(mode)};
+    QVERIFY(trigger.start());
+    unplugged = true;
+    close(m_peer);
+    QTRY_VERIFY(!trigger.isActive());
+    // Once it is known, nothing is left that turns in circles.
+    const std::clock_t before = std::clock();
+    QTest::qWait(500);
+    QVERIFY(std::clock() - before < CLOCKS_PER_SEC / 10);
+    trigger.stop();
+}
+
+void TestSerialTrigger::refusesToStart()
+{
+    SerialTrigger trigger(SerialTrigger::Mode::TextCommands);
+    QSignalSpy errors(&trigger, &TriggerSource::errorOccurred);
+    m_settings.serialPort = "/dev/no-such-port";
+    QVERIFY(!trigger.start());
+    m_settings.serialPort.clear();
+    QVERIFY(!trigger.start());
+    QVERIFY(errors[0][0].toString().startsWith("Cannot open /dev/no-such-port: "));
+    QCOMPARE(errors[1][0].toString(), "No serial port has been selected for triggering.");
+    QVERIFY(!trigger.isActive());
+}
+
+QTEST_GUILESS_MAIN(TestSerialTrigger)
+#include "tst_serialtrigger_linux.moc"
