@@ -77,7 +77,8 @@ void TestFileTimes::clockChange()
     QFETCH(qint64, midnightUtc);
     QFETCH(int, minutes);
     QDateTime start = QDateTime::fromSecsSinceEpoch(midnightUtc);
-    QCOMPARE(start.time(), QTime(0, 0));
+    if (start.time() != QTime(0, 0) || start.addDays(1).offsetFromUtc() == start.offsetFromUtc())
+        QSKIP("This system does not know the zone Europe/Berlin.");
     for (const QDateTime midnight = start.addDays(1); start < midnight;) {
         const QDateTime end = Segment::end(start, minutes, true);
         QVERIFY2(end > start && start.secsTo(end) <= minutes * 60, qPrintable(start.toString()));

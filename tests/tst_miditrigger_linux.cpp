@@ -58,7 +58,8 @@ void TestMidiTrigger::followsNotesAndControllers()
         keyboard = std::make_unique<RtMidiOut>(RtMidi::UNIX_JACK, "keyboard");
         static bool failed;
         failed = false;
-        keyboard->setErrorCallback([](RtMidiError::Type type, const std::string&, void*) { failed = failed || type > 1; });
+        keyboard->setErrorCallback(
+            [](RtMidiError::Type type, const std::string&, void*) { failed = failed || type > 1; });
         keyboard->openVirtualPort("out");
         return !failed && MidiTrigger::devices().size() > 0;
     };

@@ -138,7 +138,7 @@ void TestRecorderTrouble::diskFull()
     ArchiveIndex again;
     again.setFolder(folder.path());
     QCOMPARE(again.records().size(), 1);
-    const QByteArray audio = AudioFiles::decode(again.records()[0].filePath);
+    const QByteArray audio = AudioFiles::decode(again.records().at(0).filePath);
     QVERIFY(audio.size() > 1'000'000);
     QVERIFY(audio == Counting::frames(0, audio.size() / 4));
 }
@@ -181,9 +181,9 @@ void TestRecorderTrouble::programKilled()
     ArchiveIndex archive;
     archive.setFolder(folder.path());
     QCOMPARE(archive.records().size(), 1);
-    const qint64 bytes = archive.records()[0].bytes - WavEncoder::HeaderBytes;
+    const qint64 bytes = archive.records().at(0).bytes - WavEncoder::HeaderBytes;
     QVERIFY(bytes >= handedOver * 4);
-    QCOMPARE(archive.records()[0].durationMs, bytes * 1000 / (44100 * 4));
+    QCOMPARE(archive.records().at(0).durationMs, bytes * 1000 / (44100 * 4));
 }
 
 int main(int argc, char* argv[])

@@ -3,6 +3,7 @@
 #include <QJsonArray>
 #include <QJsonDocument>
 #include <QProcess>
+#include <QStandardPaths>
 
 namespace {
 
@@ -16,6 +17,12 @@ QByteArray output(const QString& program, const QStringList& arguments)
 }
 
 } // namespace
+
+bool AudioFiles::toolsAvailable()
+{
+    return !QStandardPaths::findExecutable(QStringLiteral("ffmpeg")).isEmpty() &&
+           !QStandardPaths::findExecutable(QStringLiteral("ffprobe")).isEmpty();
+}
 
 QJsonObject AudioFiles::probe(const QString& path)
 {

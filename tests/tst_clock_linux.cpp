@@ -1,0 +1,133 @@
+#include "app/appsettings.h"
+#include "archive/archiveindex.h"
+#include "archive/housekeeper.h"
+#include "encode/codecs.h"
+#include "engine/schedulecontroller.h"
+#include "support/scriptedcapture.h"
+
+#include <QProcess>
+#include <QTemporaryDir>
+#include <QTest>
+
+using namespace std::chrono_literals;
+
+namespace {
+
+constexpr char FakeClock[] = "/usr/lib/x86_64-linux-gnu/faketime/libfaketime.so.1";
+constexpr char UntilArgument[] = "--until";
+
+/// Hears a little all the time.
+class SteadyCapture : public ScriptedCapture {
+public:
+    SteadyCapture()
+    {
+        connect(&m_timer, &QTimer::timeout, this, [this] { Q_EMIT dataReady(QByteArray(3200, '\1')); });
+        m_timer.start(5ms);
+    }
+
+private:
+    QTimer m_timer;
+};
+
+/// Runs the engines until that moment of the clock, in the folder, and prints what happened and when.
+int runEngines(const QDateTime& until, const QString& folder)
+{
+    AppSettings& settings = AppSettings::instance();
+    settings.outputFolder = folder;
+    settings.codec = Wav;
+    settings.schedule.setAll(false);
+    for (const auto& [day, hour] : {std::pair(5, 23), {6, 1}, {6, 2}, {6, 4}})
+        settings.schedule.set(day, hour, true);
+    settings.housekeepingDays = 1;
+
+    ArchiveIndex archive;
+    archive.setFolder(folder);
+    Recorder recorder(&archive, nullptr, {QDateTime::currentMSecsSinceEpoch, [] { return new SteadyCapture; }});
+    ScheduleController controller(&recorder);
+    Housekeeper housekeeper(&archive);
+    const auto tell = [](const QString& text) {
+        std::puts(qPrintable(QDateTime::currentDateTime().toString("HH ") + text));
+    };
+    QObject::connect(&recorder, &Recorder::logMessage, tell);
+    QObject::connect(&recorder, &Recorder::errorOccurred, tell);
+    QObject::connect(&housekeeper, &Housekeeper::logMessage, tell);
+
+    // The engines' own timers would look once an hour of this clock, and less.
+    QTimer look;
+    QObject::connect(&look, &QTimer::timeout, [&] {
+        controller.evaluate();
+        housekeeper.runNow();
+        if (QDateTime::currentDateTime() >= until)
+            QCoreApplication::exit();
+    });
+    look.start(5ms);
+    return QCoreApplication::exec();
+}
+
+} // namespace
+
+/// The clock moves for real: an hour a second, over midnight and through both daylight-saving changes.
+class TestClock : public QObject {
+    Q_OBJECT
+
+private Q_SLOTS:
+    void night_data();
+    void night();
+};
+
+void TestClock::night_data()
+{
+    QTest::addColumn<QString>("from");
+    QTest::addColumn<QString>("until");
+    QTest::addColumn<QString>("story");
+    QTest::newRow("forward at 02:00: that hour is not there, and 03 is not scheduled")
+        << "2024-03-30 22:40:00"
+        << "2024-03-31T05:10:00"
+        << "23 Recording 23:00 - 00:00|23 Recording started (scheduler)|00 Recording stopped (scheduler)|"
+           "00 Deleted 1 old recording(s)|01 Recording 01:00 - 03:00|01 Recording started (scheduler)|"
+           "03 Recording stopped (scheduler)|04 Recording 04:00 - 05:00|04 Recording started (scheduler)|"
+           "05 Recording stopped (scheduler)";
+    QTest::newRow("back at 03:00: the hour 02 is recorded twice")
+        << "2024-10-26 22:40:00"
+        << "2024-10-27T05:10:00"
+        << "23 Recording 23:00 - 00:00|23 Recording started (scheduler)|00 Recording stopped (scheduler)|"
+           "00 Deleted 1 old recording(s)|01 Recording 01:00 - 02:00|01 Recording started (scheduler)|"
+           "02 Recording 02:00 - 02:00|02 Recording 02:00 - 03:00|"
+           "03 Recording stopped (scheduler)|04 Recording 04:00 - 05:00|04 Recording started (scheduler)|"
+           "05 Recording stopped (scheduler)";
+}
+
+void TestClock::night()
+{
+    QFETCH(QString, from);
+    QFETCH(QString, until);
+    if (!QFile::exists(FakeClock))
+        QSKIP("libfaketime is not installed.");
+    QTemporaryDir folder;
+    // A day and some minutes before midnight: due soon after midnight.
+    QFile old(folder.filePath(QString(from.left(10)).remove(u'-') + "-002000.wav"));
+    QVERIFY(old.open(QIODevice::WriteOnly));
+    QProcess process;
+    QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+    environment.insert("TZ", "Europe/Berlin");
+    environment.insert("LD_PRELOAD", FakeClock);
+    environment.insert("FAKETIME", '@' + from + " x3600");
+    environment.insert("DONT_FAKE_MONOTONIC", "1");
+    process.setProcessEnvironment(environment);
+    process.start(QCoreApplication::applicationFilePath(), {UntilArgument, until, folder.path()});
+    QVERIFY(process.waitForFinished(60'000));
+    QStringList lines = QString::fromUtf8(process.readAllStandardOutput()).trimmed().split(u'\n');
+    QTEST(lines.join(u'|'), "story");
+    QVERIFY(!old.exists());
+}
+
+int main(int argc, char* argv[])
+{
+    QCoreApplication app(argc, argv);
+    if (app.arguments().value(1) == UntilArgument)
+        return runEngines(QDateTime::fromString(app.arguments().value(2), Qt::ISODate), app.arguments().value(3));
+    TestClock test;
+    return QTest::qExec(&test, argc, argv);
+}
+
+#include "tst_clock_linux.moc"
