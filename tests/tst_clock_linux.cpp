@@ -29,12 +29,14 @@ private:
     QTimer m_timer;
 };
 
-/// Runs the engines until that moment of the clock, in the folder, and prints what happened and when.
+/// Runs the engines until that moment of the clock, in the folder, and prints what happened and when; on standard error
+/// the minutes that each recording took.
 int runEngines(const QDateTime& until, const QString& folder)
 {
     AppSettings& settings = AppSettings::instance();
     settings.outputFolder = folder;
     settings.codec = Wav;
+    settings.splitMinutes = 0;
     settings.schedule.setAll(false);
     for (const auto& [day, hour] : {std::pair(5, 23), {6, 1}, {6, 2}, {6, 4}})
         settings.schedule.set(day, hour, true);
@@ -48,6 +50,14 @@ int runEngines(const QDateTime& until, const QString& folder)
     const auto tell = [](const QString& text) {
         std::puts(qPrintable(QDateTime::currentDateTime().toString("HH ") + text));
     };
+    // How long it recorded, by the clock.
+    qint64 since = 0;
+    QObject::connect(&recorder, &Recorder::recordingChanged, [&](bool on) {
+        const qint64 now = QDateTime::currentSecsSinceEpoch();
+        if (!on)
+            std::fprintf(stderr, "%lld\n", static_cast<long long>((now - since + 30) / 60));
+        since = now;
+    });
     QObject::connect(&recorder, &Recorder::logMessage, tell);
     QObject::connect(&recorder, &Recorder::errorOccurred, tell);
     QObject::connect(&housekeeper, &Housekeeper::logMessage, tell);
@@ -80,27 +90,24 @@ void TestClock::night_data()
     QTest::addColumn<QString>("from");
     QTest::addColumn<QString>("until");
     QTest::addColumn<QString>("story");
-    QTest::newRow("forward at 02:00: that hour is not there, and 03 is not scheduled")
+    QTest::addColumn<QList<qint64>>("minutes");
+    const QString untilMidnight = "23 Recording started (scheduler)|00 Recording stopped (scheduler)|"
+                                  "00 Deleted 1 old recording(s)|01 Recording started (scheduler)|";
+    const QString tillMorning = "03 Recording stopped (scheduler)|04 Recording started (scheduler)|"
+                                "05 Recording stopped (scheduler)|";
+    QTest::newRow("forward at 02:00: that hour is not there")
         << "2024-03-30 22:40:00"
-        << "2024-03-31T05:10:00"
-        << "23 Recording 23:00 - 00:00|23 Recording started (scheduler)|00 Recording stopped (scheduler)|"
-           "00 Deleted 1 old recording(s)|01 Recording 01:00 - 03:00|01 Recording started (scheduler)|"
-           "03 Recording stopped (scheduler)|04 Recording 04:00 - 05:00|04 Recording started (scheduler)|"
-           "05 Recording stopped (scheduler)";
+        << "2024-03-31T05:10:00" << untilMidnight + tillMorning << QList<qint64>({60, 60, 60});
     QTest::newRow("back at 03:00: the hour 02 is recorded twice")
         << "2024-10-26 22:40:00"
-        << "2024-10-27T05:10:00"
-        << "23 Recording 23:00 - 00:00|23 Recording started (scheduler)|00 Recording stopped (scheduler)|"
-           "00 Deleted 1 old recording(s)|01 Recording 01:00 - 02:00|01 Recording started (scheduler)|"
-           "02 Recording 02:00 - 02:00|02 Recording 02:00 - 03:00|"
-           "03 Recording stopped (scheduler)|04 Recording 04:00 - 05:00|04 Recording started (scheduler)|"
-           "05 Recording stopped (scheduler)";
+        << "2024-10-27T05:10:00" << untilMidnight + tillMorning << QList<qint64>({60, 180, 60});
 }
 
 void TestClock::night()
 {
     QFETCH(QString, from);
     QFETCH(QString, until);
+    QFETCH(QList<qint64>, minutes);
     if (!QFile::exists(FakeClock))
         QSKIP("libfaketime is not installed.");
     QTemporaryDir folder;
@@ -116,8 +123,13 @@ void TestClock::night()
     process.setProcessEnvironment(environment);
     process.start(QCoreApplication::applicationFilePath(), {UntilArgument, until, folder.path()});
     QVERIFY(process.waitForFinished(60'000));
-    QStringList lines = QString::fromUtf8(process.readAllStandardOutput()).trimmed().split(u'\n');
-    QTEST(lines.join(u'|'), "story");
+    QTEST(QString::fromUtf8(process.readAllStandardOutput()).replace(u'\n', u'|'), "story");
+    QList<qint64> heard;
+    for (const QByteArray& line : process.readAllStandardError().trimmed().split('\n'))
+        heard << line.toLongLong();
+    QCOMPARE(heard.size(), minutes.size());
+    for (qsizetype i = 0; i < heard.size(); ++i)
+        QVERIFY2(qAbs(heard[i] - minutes[i]) <= 5, qPrintable(QString::number(heard[i])));
     QVERIFY(!old.exists());
 }
 
