@@ -16,7 +16,7 @@ private Q_SLOTS:
     void aDayOfAudio();
     void positions_data();
     void positions();
-    void passthrough();
+    void oddBlocks();
 };
 
 void TestLinearResampler::cuts_data()
@@ -24,11 +24,9 @@ void TestLinearResampler::cuts_data()
     QTest::addColumn<int>("channels");
     QTest::addColumn<int>("srcRate");
     QTest::addColumn<int>("dstRate");
-    QTest::newRow("mono down") << 1 << 48000 << 44100;
+    QTest::newRow("mono up") << 1 << 44100 << 48000;
     QTest::newRow("stereo down") << 2 << 48000 << 44100;
-    QTest::newRow("stereo up") << 2 << 44100 << 48000;
     QTest::newRow("six channels, far down") << 6 << 192000 << 8000;
-    QTest::newRow("far up") << 1 << 8000 << 192000;
 }
 
 // Any cutting gives the same number of frames, and the same values except where a block's last frame is held.
@@ -37,16 +35,15 @@ void TestLinearResampler::cuts()
     QFETCH(int, channels);
     QFETCH(int, srcRate);
     QFETCH(int, dstRate);
+    LinearResampler resampler;
+    resampler.init(channels, srcRate, dstRate);
     constexpr qint64 Frames = 20000;
     std::mt19937 random(1);
     Samples in(Frames * channels);
-    for (qint16& sample : in)
-        sample = qint16(random());
-    LinearResampler resampler;
-    resampler.init(channels, srcRate, dstRate);
+    std::generate(in.begin(), in.end(), [&] { return qint16(random()); });
     qint64 produced = 0;
-    for (qint64 begin = 0; begin < Frames;) {
-        const qint64 end = qMin<qint64>(begin + 1 + random() % 700, Frames);
+    for (qint64 begin = 0, end = 0; begin < Frames; begin = end) {
+        end = qMin<qint64>(begin + 1 + random() % 700, Frames);
         const Samples out =
             samplesOf(resampler.process(bytesOf(in.sliced(begin * channels, (end - begin) * channels))));
         for (qint64 i = 0; i < out.size(); ++i) {
@@ -57,8 +54,7 @@ void TestLinearResampler::cuts()
             QCOMPARE(out[i], qint16(std::round(a + (b - a) * (double(position % dstRate) / dstRate))));
         }
         produced += out.size() / channels;
-        begin = end;
-        QCOMPARE(produced, (begin * dstRate + srcRate - 1) / srcRate);
+        QCOMPARE(produced, (end * dstRate + srcRate - 1) / srcRate);
     }
 }
 
@@ -68,13 +64,11 @@ void TestLinearResampler::aDayOfAudio()
     LinearResampler resampler;
     resampler.init(1, 4800, 4410);
     const QByteArray block = bytesOf(Samples(47989, -12345));
-    constexpr qint64 DayFrames = 86400 * 4800;
     qint64 produced = 0;
-    for (qint64 left = DayFrames; left > 0; left -= 47989)
+    for (qint64 left = 86400 * 4800; left > 0; left -= 47989)
         produced += resampler.process(block.first(2 * qMin<qint64>(left, 47989))).size() / 2;
     QCOMPARE(produced, 86400 * 4410);
     QCOMPARE(resampler.pos, 0.0);
-    QCOMPARE(samplesOf(resampler.process(block)), Samples(44090, -12345));
 }
 
 void TestLinearResampler::positions_data()
@@ -83,9 +77,9 @@ void TestLinearResampler::positions_data()
     QTest::addColumn<Samples>("in");
     QTest::addColumn<Samples>("expected");
     QTest::addColumn<double>("posAfter");
-    QTest::newRow("on the previous frame") << -1.0 << Samples{2000} << Samples{1000, 1500, 2000, 2000} << 1.0 - 1.0;
+    QTest::newRow("on the previous frame") << -1.0 << Samples{2000} << Samples{1000, 1500, 2000, 2000} << 0.0;
     QTest::newRow("between the blocks") << -0.5 << Samples{2000, 3000} << Samples{1500, 2000, 2500, 3000, 3000} << 0.0;
-    QTest::newRow("from the start") << 0.0 << Samples{-32768, 32767} << Samples{-32768, -1, 32767, 32767} << 0.0;
+    QTest::newRow("extremes") << 0.0 << Samples{-32768, 32767} << Samples{-32768, -1, 32767, 32767} << 0.0;
     QTest::newRow("beyond the block") << 2.5 << Samples{1, 2} << Samples{} << 0.5;
 }
 
@@ -93,10 +87,7 @@ void TestLinearResampler::positions()
 {
     QFETCH(double, pos);
     QFETCH(Samples, in);
-    LinearResampler resampler;
-    resampler.init(1, 22050, 44100);
-    resampler.pos = pos;
-    resampler.last = {1000};
+    LinearResampler resampler{1, 22050, 44100, false, pos, {1000}};
     QTEST(samplesOf(resampler.process(bytesOf(in))), "expected");
     QTEST(resampler.pos, "posAfter");
     QCOMPARE(resampler.last, Samples{in.last()});
@@ -105,10 +96,10 @@ void TestLinearResampler::positions()
     QCOMPARE(resampler.last, Samples{0});
 }
 
-void TestLinearResampler::passthrough()
+void TestLinearResampler::oddBlocks()
 {
     LinearResampler resampler;
-    resampler.init(0, -5, 1);
+    resampler.init(0, -5, 1); // all count as 1
     QCOMPARE(resampler.process("odd"), QByteArray("odd"));
     resampler.init(2, 48000, 44100);
     QCOMPARE(resampler.process("odd"), QByteArray());

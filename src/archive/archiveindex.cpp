@@ -87,8 +87,11 @@ void ArchiveIndex::save()
     QSaveFile file(indexPath());
     if (!file.open(QIODevice::WriteOnly | QIODevice::Truncate))
         return;
-    file.write(RecordsFile::toJson(records()));
-    file.commit(); // does nothing after a failed write
+    const QByteArray json = RecordsFile::toJson(records());
+    // QSaveFile takes no notice of a write cut short, as on a full disk, and would put the rest in the old one's place.
+    if (file.write(json) != json.size() || !file.flush())
+        file.cancelWriting();
+    file.commit();
 }
 
 QList<ArchiveIndex::Entry> ArchiveIndex::scannedFolder() const
