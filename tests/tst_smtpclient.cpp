@@ -10,9 +10,9 @@ using namespace std::chrono_literals;
 
 namespace {
 
-const QByteArray Silence = "<silence>"; // nothing is said
-const QByteArray Close = "<close>"; // hangs up; other text may stand in front
-const QByteArray Forever = "<forever>"; // says the text behind it again and again
+constexpr char Silence[] = "<silence>"; // nothing is said
+constexpr char Close[] = "<close>"; // hangs up; other text may stand in front
+constexpr char Forever[] = "<forever>"; // says the text behind it again and again
 
 /// A mail server that says one entry of its script on connection and one after each command, and notes the commands.
 class Peer : public QTcpServer {
@@ -49,11 +49,11 @@ private:
     {
         const QByteArray entry = script.value(heard.size(), Silence);
         if (entry.startsWith(Forever)) {
-            const QByteArray text = entry.mid(Forever.size());
+            const QByteArray text = entry.mid(qstrlen(Forever));
             connect(socket, &QTcpSocket::bytesWritten, this, [this, text] { socket->write(text); });
             socket->write(text);
         } else if (entry.endsWith(Close)) {
-            socket->write(entry.chopped(Close.size()));
+            socket->write(entry.chopped(qstrlen(Close)));
             socket->disconnectFromHost();
         } else if (entry != Silence) {
             socket->write(entry + "\r\n");
@@ -105,11 +105,11 @@ private Q_SLOTS:
         row("bare code only", 5, "250", timedOut);
         row("continuation's code is ignored", 5, "550-no\r\n250 ok", sent);
         row("no number", 0, "hello there", QStringLiteral("hello there"));
-        row("reply and hanging up", 5, "554 Zürich — nö\r\n" + Close, QStringLiteral("554 Zürich — nö"));
+        row("reply and hanging up", 5, "554 Zürich — nö\r\n<close>", QStringLiteral("554 Zürich — nö"));
         row("STARTTLS is the setting's decision", 1, "250-STARTTLS\r\n250 ok", sent);
         row("password repeated", 4, "535 opensesame b3BlbnNlc2FtZQ== opensesames",
             QStringLiteral("Authentication failed: 535 *** *** opensesames"));
-        row("continuation without end", 1, Forever + "250-more\r\n", timedOut);
+        row("continuation without end", 1, Forever + QByteArray("250-more\r\n"), timedOut);
         row("line without end", 1, Forever + QByteArray(65536, 'x'), timedOut);
         row("long line", 1, "500 " + QByteArray(1'000'000, 'x'), QStringLiteral("500 ") + QString(65532, u'x'));
     }
@@ -177,7 +177,7 @@ private Q_SLOTS:
         connect(
             client.get(), &SmtpClient::finished, this,
             [&] {
-                m_peer->script[5] = finished.count() == 1 ? Silence : QByteArray("250 ok");
+                m_peer->script[5] = finished.count() == 1 ? Silence : "250 ok";
                 client->send(m_config, m_to, {}, {});
             },
             Qt::SingleShotConnection);

@@ -22,12 +22,12 @@ QByteArray version(const QByteArray& latest)
     return R"({"latest_version": ")" + latest + R"("})";
 }
 
-const QByteArray Newer = "available 1.10";
-const QByteArray Malformed = "The update server sent a malformed response.";
-const QByteArray NoVersion = "The update server did not report a version.";
+constexpr char Newer[] = "available 1.10";
+constexpr char Malformed[] = "The update server sent a malformed response.";
+constexpr char NoVersion[] = "The update server did not report a version.";
 
-const QByteArray Close = "<close>"; // hangs up behind the text in front
-const QByteArray Trickle = "<trickle>"; // goes on with a byte now and then
+constexpr char Close[] = "<close>"; // hangs up behind the text in front
+constexpr char Trickle[] = "<trickle>"; // goes on with a byte now and then
 
 /// Answers every question with `answer`, but one for "/moved" with `moved`.
 class Service : public QTcpServer {
@@ -105,10 +105,10 @@ private Q_SLOTS:
         row("1 MB", http("200 OK", version("1.10") + QByteArray(1'000'000, ' ')), Newer);
         row("moved", http("302 Found", {}, "Location: /moved\r\n"), Newer);
         row("moved in circles", http("302 Found", {}, "Location: /\r\n"), "Too many redirects");
-        row("cut short", "HTTP/1.1 200 OK\r\nContent-Length: 99\r\n\r\n{}" + Close, "Connection closed");
+        row("cut short", "HTTP/1.1 200 OK\r\nContent-Length: 99\r\n\r\n{}<close>", "Connection closed");
         row("closed without a word", Close, "Connection closed");
         row("silence", {}, "Operation canceled");
-        row("a byte now and then", "HTTP/1.1 200 OK\r\n\r\n{}" + Trickle, "Operation canceled");
+        row("a byte now and then", "HTTP/1.1 200 OK\r\n\r\n{}<trickle>", "Operation canceled");
     }
     void outcome()
     {

@@ -17,7 +17,7 @@ std::optional<SmtpReply> SmtpReplyReader::next()
         if (line.size() < 4)
             continue;
         if (line.at(3) != u'-')
-            return SmtpReply{line.left(3).toInt(), line};
+            return SmtpReply{QStringView(line).first(3).toInt(), line};
         if (QStringView(line).sliced(4).startsWith(QLatin1String("STARTTLS"), Qt::CaseInsensitive))
             m_startTls = true;
     }

@@ -15,7 +15,7 @@
 namespace {
 
 constexpr char BuiltInUrl[] = "https://updates.quayside.example/api/latest.json";
-constexpr qint64 MaxBody = 1024 * 1024; // bytes; a real answer has a few hundred
+constexpr qint64 MaxBody = qint64(1024) * 1024; // bytes; a real answer has a few hundred
 
 } // namespace
 
