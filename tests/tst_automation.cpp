@@ -220,12 +220,12 @@ void TestAutomation::oldRecordingsGo()
     undeletable.filePath = m_folder->filePath("gone.mp3");
     undeletable.start = limit.addDays(-1);
     index.addRecord(undeletable);
+    index.setOpenFile(limit.addSecs(60).toString("yyyyMMdd-HHmmss") + ".mp3");
     housekeeper.runNow();
+    QTRY_COMPARE(lines.size(), 1);
     QCOMPARE(files(), 2);
     QCOMPARE(lines, (QList<QVariantList>{{"Deleted 2 old recording(s)"}}));
-    QCOMPARE(index.records().size(), 1);
-    housekeeper.runNow();
-    QCOMPARE(lines.size(), 1);
+    QVERIFY2(index.records().isEmpty(), "the scan leaves out the file that is being written");
 }
 
 void TestAutomation::midiMessages_data()
@@ -259,8 +259,8 @@ void TestAutomation::serialText()
     QString story;
     const auto hear = [&](const QByteArray& bytes) {
         lines.append(bytes);
-        for (QString line = lines.next(); !line.isNull(); line = lines.next())
-            story += "0+-"[int(serialCommand(line, "REC ON", "rec off"))];
+        while (const auto line = lines.next())
+            story += "0+-"[int(serialCommand(*line, "REC ON", "rec off"))];
     };
     hear(" rec on\r\nREC");
     hear(" OFF\n\n\r\nREC  ON\nnonsense\n");

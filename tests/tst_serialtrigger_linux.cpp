@@ -87,7 +87,9 @@ void TestSerialTrigger::watchesALine_data()
     QTest::newRow("data set ready") << 1 << TIOCM_DSR << false << "DSR";
     QTest::newRow("carrier detect") << 2 << TIOCM_CD << false << "DCD";
     QTest::newRow("an unknown line is the last") << 9 << TIOCM_CD << false << "DCD";
-    QTest::newRow("inverted") << 0 << TIOCM_CTS << true << "CTS, inverted";
+    QTest::newRow("clear to send, inverted") << 0 << TIOCM_CTS << true << "CTS, inverted";
+    QTest::newRow("data set ready, inverted") << 1 << TIOCM_DSR << true << "DSR, inverted";
+    QTest::newRow("carrier detect, inverted") << 2 << TIOCM_CD << true << "DCD, inverted";
 }
 
 void TestSerialTrigger::watchesALine()
@@ -147,6 +149,7 @@ void TestSerialTrigger::peerGone()
 {
     QFETCH(int, mode);
     SerialTrigger trigger{SerialTrigger::Mode(mode)};
+    QSignalSpy errors(&trigger, &TriggerSource::errorOccurred);
     QVERIFY(trigger.start());
     unplugged = true;
     close(m_peer);
@@ -155,7 +158,8 @@ void TestSerialTrigger::peerGone()
     const std::clock_t before = std::clock();
     QTest::qWait(500);
     QVERIFY(std::clock() - before < CLOCKS_PER_SEC / 10);
-    trigger.stop();
+    QCOMPARE(errors.size(), 1);
+    QVERIFY(errors[0][0].toString().startsWith("The serial port pts/"));
 }
 
 void TestSerialTrigger::refusesToStart()

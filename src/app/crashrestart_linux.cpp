@@ -13,7 +13,6 @@
 namespace {
 
 const bool* restartWanted = nullptr;
-QByteArray executable;
 char* restartArguments[3] = {};
 
 // A stack overflow leaves no room for a handler on the normal stack.
@@ -53,8 +52,7 @@ void onCrashSignal(int number)
 void CrashRestart::install(const bool& wanted)
 {
     restartWanted = &wanted;
-    executable = QFile::encodeName(QCoreApplication::applicationFilePath());
-    restartArguments[0] = executable.data();
+    restartArguments[0] = qstrdup(QFile::encodeName(QCoreApplication::applicationFilePath()));
     restartArguments[1] = const_cast<char*>(RestartedArgument);
 
     stack_t stack = {};

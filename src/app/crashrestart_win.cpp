@@ -14,8 +14,8 @@
 namespace {
 
 const bool* restartWanted = nullptr;
-std::wstring executable;
-std::wstring commandLine;
+std::wstring& executable = *new std::wstring;
+std::wstring& commandLine = *new std::wstring;
 
 void onCrashSignal(int number)
 {

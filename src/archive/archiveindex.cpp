@@ -110,7 +110,7 @@ QList<ArchiveIndex::Entry> ArchiveIndex::scannedFolder() const
         files.next();
         const QFileInfo file = files.fileInfo();
         const QString name = file.fileName();
-        if (!isAudioFile(name))
+        if (!isAudioFile(name) || name == m_openFile)
             continue;
         const QString path = folder.absoluteFilePath(name);
         const Entry* old = known.value(name);

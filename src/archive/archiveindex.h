@@ -24,6 +24,9 @@ public:
     void rescan();
     /// Replaces the entry of the same fileName, or appends; then saves.
     void addRecord(const RecordInfo& record);
+    /// Leaves this file of the folder out of the scans until another is named: it is being written, and is added when
+    /// it is closed. Empty for none.
+    void setOpenFile(const QString& fileName) { m_openFile = fileName; }
     /// Removes the first entry with exactly this path, if there is one; saves in any case.
     void removeRecord(const QString& filePath);
 
@@ -50,5 +53,6 @@ private:
     QList<Entry> scannedFolder() const;
 
     QString m_folder;
+    QString m_openFile;
     QList<Entry> m_entries;
 };

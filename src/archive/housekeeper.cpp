@@ -27,21 +27,30 @@ Housekeeper::Housekeeper(ArchiveIndex* index, QObject* parent) : QObject(parent)
 void Housekeeper::runNow()
 {
     const AppSettings& settings = AppSettings::instance();
-    if (!settings.housekeepingEnabled || settings.housekeepingDays < 1 || !m_index)
+    if (!settings.housekeepingEnabled || settings.housekeepingDays < 1 || !m_index || !m_due.isEmpty())
         return;
     const QDateTime oldest = QDateTime::currentDateTime().addDays(-settings.housekeepingDays);
-    int deleted = 0;
     const QList<RecordInfo> records = m_index->records();
     for (const RecordInfo& record : records) {
-        if (record.inProgress || !record.start.isValid() || record.start >= oldest)
-            continue;
-        if (QFile::remove(record.filePath)) {
-            m_index->removeRecord(record.filePath);
-            ++deleted;
-        }
+        if (!record.inProgress && record.start.isValid() && record.start < oldest)
+            m_due << record.filePath;
     }
-    if (deleted > 0) {
-        Q_EMIT logMessage(tr("Deleted %n old recording(s)", nullptr, deleted));
+    m_deleted = 0;
+    if (!m_due.isEmpty())
+        deleteNext();
+}
+
+void Housekeeper::deleteNext()
+{
+    const QString path = m_due.takeFirst();
+    if (QFile::remove(path)) {
+        m_index->removeRecord(path);
+        ++m_deleted;
+    }
+    if (!m_due.isEmpty()) {
+        QTimer::singleShot(0, this, &Housekeeper::deleteNext);
+    } else if (m_deleted > 0) {
+        Q_EMIT logMessage(tr("Deleted %n old recording(s)", nullptr, m_deleted));
         m_index->rescan();
     }
 }

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QObject>
+#include <QStringList>
 #include <QTimer>
 
 class ArchiveIndex;
@@ -14,7 +15,8 @@ public:
     explicit Housekeeper(ArchiveIndex* index, QObject* parent = nullptr);
 
 public Q_SLOTS:
-    /// One pass, as the settings are now.
+    /// Begins a pass, as the settings are now, unless one is under way. Each file takes a turn of the event loop of its
+    /// own: a year's files at once, with the index rewritten after each, would keep the thread from the audio.
     void runNow();
 
 Q_SIGNALS:
@@ -22,6 +24,10 @@ Q_SIGNALS:
     void logMessage(const QString& text);
 
 private:
+    void deleteNext();
+
     ArchiveIndex* m_index;
     QTimer m_timer;
+    QStringList m_due; ///< paths that this pass has yet to delete
+    int m_deleted = 0; ///< by this pass
 };

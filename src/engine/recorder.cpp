@@ -134,6 +134,8 @@ bool Recorder::openSegment(qint64 nowMs)
     m_current.start = start;
     m_current.inProgress = true;
     m_fileFrames = 0;
+    if (m_archive)
+        m_archive->setOpenFile(m_current.fileName);
     const QDateTime end = Segment::end(start, settings.splitMinutes, settings.alignToClock);
     m_segmentEndMs = end.isValid() ? std::optional(end.toMSecsSinceEpoch()) : std::nullopt;
     // In memory only: the next save of the settings takes it to the store.
@@ -172,6 +174,8 @@ void Recorder::closeSegment()
     record.bytes = QFileInfo(record.filePath).size();
     record.inProgress = false;
     m_encoder.reset();
+    if (m_archive)
+        m_archive->setOpenFile({});
 
     if (record.durationMs >= 1) {
         if (m_archive)

@@ -2,6 +2,7 @@
 
 #include <QDateTime>
 #include <QObject>
+#include <QPointer>
 #include <QTimer>
 
 #include <functional>
@@ -15,8 +16,9 @@ class ScheduleController : public QObject {
 public:
     /// Enabled as the settings say (state/auto); looks for the first time after 5 seconds.
     /// \param recorder not owned, may be null. \param now the local clock.
-    explicit ScheduleController(Recorder* recorder, QObject* parent = nullptr,
-                                std::function<QDateTime()> now = QDateTime::currentDateTime);
+    explicit ScheduleController(
+        Recorder* recorder, QObject* parent = nullptr,
+        std::function<QDateTime()> now = [] { return QDateTime::currentDateTime(); });
 
     bool isEnabled() const { return m_enabled; }
     /// Switching on looks at once; switching off leaves a running recording alone.
@@ -31,7 +33,7 @@ Q_SIGNALS:
     void logMessage(const QString& text);
 
 private:
-    Recorder* m_recorder;
+    QPointer<Recorder> m_recorder;
     std::function<QDateTime()> m_now;
     QTimer m_timer;
     bool m_enabled;

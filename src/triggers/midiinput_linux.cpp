@@ -13,7 +13,7 @@ namespace {
 
 constexpr char ClientName[] = "Tidewell";
 
-/// RtMidi throws only out of its constructors; all else comes through this, and by default goes to standard error.
+/// With this set, RtMidi reports here instead of printing and throwing, except out of its constructors.
 void onRtMidiError(RtMidiError::Type type, const std::string& text, void* worst)
 {
     qCDebug(lcMidi) << "RtMidi" << int(type) << QString::fromStdString(text);
@@ -39,8 +39,8 @@ std::unique_ptr<RtMidiIn> connectToSystem()
 } // namespace
 
 struct MidiInput::Device {
+    Handler handler; ///< outlives the input, which calls it
     std::unique_ptr<RtMidiIn> input;
-    Handler handler;
 
     static void onMessage(double, std::vector<unsigned char>* bytes, void* user)
     {
@@ -91,7 +91,7 @@ void MidiInput::close()
 {
     if (!m_device)
         return;
-    m_device->input->cancelCallback();
+    // Not cancelCallback() first: it takes the handler away from under a message that is just coming in.
     m_device->input->closePort();
     m_device.reset();
 }

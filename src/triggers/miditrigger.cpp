@@ -43,7 +43,6 @@ QString MidiTrigger::description() const
     const AppSettings& settings = AppSettings::instance();
     const QString channel = settings.midiChannel != 0 ? tr("channel %1").arg(settings.midiChannel) : tr("any channel");
     return tr("MIDI %1, number %2, %3")
-        .arg(settings.midiDeviceName.isEmpty() ? tr("input") : settings.midiDeviceName)
-        .arg(settings.midiNumber)
-        .arg(channel);
+        .arg(settings.midiDeviceName.isEmpty() ? tr("input") : settings.midiDeviceName,
+             QString::number(settings.midiNumber), channel);
 }

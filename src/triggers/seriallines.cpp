@@ -1,6 +1,6 @@
 #include "triggers/seriallines.h"
 
-QString SerialLines::next()
+std::optional<QString> SerialLines::next()
 {
     const qsizetype end = m_pending.indexOf('\n');
     if (end < 0) {
@@ -10,7 +10,7 @@ QString SerialLines::next()
     }
     const QString line = QString::fromLatin1(m_pending.constData(), end).trimmed();
     m_pending.remove(0, end + 1);
-    return line.isNull() ? QStringLiteral("") : line;
+    return line;
 }
 
 SerialCommand serialCommand(const QString& line, const QString& onCommand, const QString& offCommand)

@@ -3,6 +3,8 @@
 #include <QByteArray>
 #include <QString>
 
+#include <optional>
+
 /// Cuts what a serial port delivers into text lines. Memory is bounded: a sender without line ends is forgotten.
 class SerialLines {
 public:
@@ -11,8 +13,8 @@ public:
 
     /// Takes in what came; next() then gives the lines.
     void append(const QByteArray& bytes) { m_pending += bytes; }
-    /// The next line without its end and surrounding white space, read as Latin-1; null when none is complete.
-    QString next();
+    /// The next line without its end and surrounding white space, read as Latin-1; nothing when none is complete.
+    std::optional<QString> next();
     void clear() { m_pending.clear(); }
 
 private:

@@ -2,17 +2,12 @@
 
 #include "app/appsettings.h"
 
-#include <QLoggingCategory>
 #include <QSerialPort>
 #include <QSerialPortInfo>
 
-#include <algorithm>
 #include <chrono>
-#include <iterator>
 
 using namespace std::chrono_literals;
-
-Q_LOGGING_CATEGORY(lcSerial, "tidewell.serial")
 
 namespace {
 
@@ -41,10 +36,10 @@ QList<SerialTrigger::Port> SerialTrigger::ports()
 {
     QList<Port> list;
     const auto infos = QSerialPortInfo::availablePorts();
-    std::transform(infos.begin(), infos.end(), std::back_inserter(list), [](const QSerialPortInfo& info) {
+    for (const QSerialPortInfo& info : infos) {
         const QString name = info.portName();
-        return Port{name, info.description().isEmpty() ? name : name + QStringLiteral(" - ") + info.description()};
-    });
+        list.append({name, info.description().isEmpty() ? name : name + QStringLiteral(" - ") + info.description()});
+    }
     return list;
 }
 
@@ -73,6 +68,8 @@ bool SerialTrigger::start()
     m_port->setParity(QSerialPort::NoParity);
     m_port->setStopBits(QSerialPort::OneStop);
     m_port->setFlowControl(QSerialPort::NoFlowControl);
+    // While lines are watched nobody reads what comes in.
+    m_port->setReadBufferSize(SerialLines::MaxPending);
     if (!m_port->open(QIODevice::ReadWrite)) {
         Q_EMIT errorOccurred(tr("Cannot open %1: %2").arg(settings.serialPort, m_port->errorString()));
         delete m_port;
@@ -88,6 +85,8 @@ bool SerialTrigger::start()
     } else {
         connect(m_port, &QSerialPort::readyRead, this, &SerialTrigger::readCommands);
     }
+    if (!isActive()) // raising the lines found that the port is gone
+        return false;
     Q_EMIT logMessage(tr("Trigger listening on %1").arg(description()));
     return true;
 }
@@ -114,7 +113,7 @@ QString SerialTrigger::description() const
 {
     const AppSettings& settings = AppSettings::instance();
     if (m_mode == Mode::TextCommands)
-        return tr("%1 (%2 baud, text)").arg(settings.serialPort).arg(settings.serialBaud);
+        return tr("%1 (%2 baud, text)").arg(settings.serialPort, QString::number(settings.serialBaud));
     return tr("%1 (%2%3)")
         .arg(settings.serialPort, QLatin1String(watchedLine().name),
              settings.serialInvert ? tr(", inverted") : QString());
@@ -124,20 +123,24 @@ QString SerialTrigger::description() const
 void SerialTrigger::onPortError()
 {
     const QSerialPort::SerialPortError error = m_port->error();
-    if (error != QSerialPort::ReadError && error != QSerialPort::ResourceError)
+    if (error != QSerialPort::ReadError && error != QSerialPort::ResourceError && error != QSerialPort::PermissionError)
         return;
-    qCWarning(lcSerial) << "Closing" << m_port->portName() << ":" << m_port->errorString();
+    const QString text = tr("The serial port %1 was lost: %2").arg(m_port->portName(), m_port->errorString());
     m_poll.stop();
     m_port->close();
+    Q_EMIT errorOccurred(text);
 }
 
 void SerialTrigger::pollControlLines()
 {
     if (!isActive())
         return;
+    m_port->clearError();
     const bool line = m_port->pinoutSignals().testFlag(watchedLine().signal);
+    if (!isActive() || m_port->error() != QSerialPort::NoError) // what could not be read is not a line that is low
+        return;
     const bool on = line != AppSettings::instance().serialInvert;
-    if (!isActive() || m_lineState == on) // reading the lines may find that the port is gone
+    if (m_lineState == on)
         return;
     m_lineState = on;
     if (on)
@@ -150,8 +153,8 @@ void SerialTrigger::readCommands()
 {
     m_lines.append(m_port->readAll());
     const AppSettings& settings = AppSettings::instance();
-    for (QString line = m_lines.next(); !line.isNull(); line = m_lines.next()) {
-        switch (serialCommand(line, settings.onCommand, settings.offCommand)) {
+    while (const auto line = m_lines.next()) {
+        switch (serialCommand(*line, settings.onCommand, settings.offCommand)) {
         case SerialCommand::On:
             Q_EMIT triggeredOn();
             break;

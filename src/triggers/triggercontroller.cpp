@@ -7,8 +7,16 @@
 
 #include <QDateTime>
 
+#include <algorithm>
 #include <chrono>
 #include <utility>
+
+namespace {
+
+/// What a timer can hold, and more: three weeks.
+constexpr int MaxHoldSeconds = 2'000'000;
+
+} // namespace
 
 TriggerSource* TriggerController::createSource(int kind, QObject* parent)
 {
@@ -77,7 +85,7 @@ void TriggerController::onTriggeredOff()
         return;
     const int holdSeconds = AppSettings::instance().holdSeconds;
     if (holdSeconds > 0)
-        m_hold.start(std::chrono::seconds(holdSeconds));
+        m_hold.start(std::chrono::seconds(std::min(holdSeconds, MaxHoldSeconds)));
     else
         onHoldElapsed();
 }

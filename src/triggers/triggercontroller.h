@@ -42,7 +42,7 @@ private:
     void discardSource();
     void applyState();
 
-    Recorder* m_recorder;
+    QPointer<Recorder> m_recorder;
     SourceFactory m_factory;
     QPointer<TriggerSource> m_source;
     QTimer m_hold;

@@ -12,10 +12,10 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size)
     SerialLines lines;
     for (qsizetype at = 0; at < input.size(); at += piece) {
         lines.append(input.mid(at, piece));
-        for (QString line = lines.next(); !line.isNull(); line = lines.next()) {
-            if (line.contains(u'\n') || line != line.trimmed())
+        while (const auto line = lines.next()) {
+            if (line->contains(u'\n') || *line != line->trimmed())
                 std::abort();
-            serialCommand(line, QStringLiteral("REC ON"), QStringLiteral("REC OFF"));
+            serialCommand(*line, QStringLiteral("REC ON"), QStringLiteral("REC OFF"));
         }
     }
     return 0;
