@@ -30,7 +30,7 @@ void TestDurationProbe::lengthOfFile_data()
     row("too long for 32-bit arithmetic", wav, header, 44 + 192000LL * 300, 300000);
     row("byte rate is unsigned", wav, QByteArray(header).replace(28, 4, hex("00000080")), 44 + (1LL << 24), 7);
     row("byte rate 0", wav, QByteArray(header).replace(28, 4, hex("00000000")), 192044, 0);
-    row("40 bytes", wav, header.left(40), 40, 0);
+    row("40 bytes", wav, QByteArray(header).replace(28, 4, hex("01000000")).left(40), 40, 0);
     row("RIFX", wav, QByteArray(header).replace("RIFF", "RIFX"), 192044, 0);
     row("no format chunk", wav, QByteArray(header).replace("fmt ", "junk"), 192044, 0);
     row("format chunk moved, still 44", wav, riff + QByteArray(32, 'x') + chunk, 192044, 1000);

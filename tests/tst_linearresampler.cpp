@@ -4,6 +4,7 @@
 
 #include <QTest>
 
+#include <algorithm>
 #include <cmath>
 #include <random>
 
@@ -99,7 +100,9 @@ void TestLinearResampler::positions()
 void TestLinearResampler::oddBlocks()
 {
     LinearResampler resampler;
-    resampler.init(0, -5, 1); // all count as 1
+    resampler.init(0, -5, 2); // from one channel at 1 Hz
+    QCOMPARE(resampler.process("odd"), QByteArray("odod"));
+    resampler.init(1, 8000, 8000);
     QCOMPARE(resampler.process("odd"), QByteArray("odd"));
     resampler.init(2, 48000, 44100);
     QCOMPARE(resampler.process("odd"), QByteArray());

@@ -135,7 +135,7 @@ void TestPcmConvert::likeReference()
 
 void TestPcmConvert::unusable()
 {
-    const QByteArray eight(8, '\x3c');
+    const QByteArray eight(8, '\x40');
     for (const Layout& silent : {Layout{12}, {16, true}, {64}})
         QCOMPARE(convert(eight, silent), QByteArray(8 / (silent.bits / 8) * 2, '\0'));
     for (const Layout& layout : {Layout{16, false, 0, 2}, {16, false, 2, 0}, {7, false, 2, 2}, {64, true, 2, 2}})
