@@ -109,99 +109,83 @@ class TestAppSettings : public QObject {
 
 private Q_SLOTS:
     void cleanup() { QSettings().clear(); }
-    void defaults();
-    void everyKeySurvivesTheProcess();
-    void oddValues_data();
-    void oddValues();
-    void passwordIsScrambled();
-    void brokenEntries();
+    void defaults()
+    {
+        AppSettings& settings = AppSettings::instance();
+        settings.load();
+        QSignalSpy changed(&settings, &AppSettings::changed);
+        settings.save();
+        QCOMPARE(changed.size(), 1);
+        const QSettings store;
+        QCOMPARE(store.allKeys().size(), keys().size());
+        for (const Key& key : keys()) {
+            if (key.byDefault.isValid())
+                QVERIFY2(store.value(stored(key.name)) == key.byDefault, key.name);
+        }
+        QVERIFY(store.value("output/folder").toString().endsWith("Log"));
+    }
+
+    /// Written here under each key's own name, read and written by another process, and compared here.
+    void everyKeySurvivesTheProcess()
+    {
+        {
+            QSettings store;
+            for (const Key& key : keys())
+                store.setValue(stored(key.name), key.other);
+        }
+        QProcess process;
+        process.setProcessChannelMode(QProcess::ForwardedChannels);
+        process.start(QCoreApplication::applicationFilePath(),
+                      {RewriteArgument, QCoreApplication::applicationName(), storeFolder->path()});
+        QVERIFY(process.waitForFinished());
+        QCOMPARE(process.exitCode(), 0);
+        QSettings store;
+        store.sync();
+        QCOMPARE(store.allKeys().size(), keys().size());
+        for (const Key& key : keys()) {
+            QVariant value = store.value(stored(key.name));
+            QVERIFY2(value.convert(key.other.metaType()) && value == key.other, key.name);
+        }
+    }
+
+    /// Values that no version wrote, and what is stored in their place once they were loaded.
+    void oddValues_data()
+    {
+        QTest::addColumn<QString>("key");
+        QTest::addColumn<QVariant>("odd");
+        QTest::addColumn<QVariant>("rewritten");
+        const auto row = [](const char* name, const QString& key, const QVariant& odd, const QVariant& rewritten) {
+            QTest::newRow(name) << key << odd << rewritten;
+        };
+        row("too few channels", "format/channels", -5, 1);
+        row("too many channels", "format/channels", 99, 2);
+        row("codec in capitals", "format/codec", "AAC", "m4a");
+        row("codec unknown", "format/codec", "opus", "mp3");
+        row("no number", "format/bitrate", "loud", 0);
+        row("no such theme", stored("general/theme"), 7, 0);
+        row("short schedule", "state/schedule", QString(24, u'1') + "x1",
+            QString(24, u'1') + "01" + QString(142, u'0'));
+    }
+    void oddValues()
+    {
+        QFETCH(QString, key);
+        QFETCH(QVariant, odd);
+        QSettings().setValue(key, odd);
+        AppSettings::instance().load();
+        AppSettings::instance().save();
+        QTEST(QSettings().value(key), "rewritten");
+    }
+
+    void passwordIsScrambled()
+    {
+        const QString password = QStringLiteral("Grüße, quite a long pässwörd €");
+        QCOMPARE(Scramble::scramble("secret"), "PgQRAAoD");
+        QCOMPARE(Scramble::unscramble(Scramble::scramble(password)), password);
+    }
 
 public:
     static inline QTemporaryDir* storeFolder = nullptr;
 };
-
-void TestAppSettings::defaults()
-{
-    AppSettings& settings = AppSettings::instance();
-    settings.load();
-    QSignalSpy changed(&settings, &AppSettings::changed);
-    settings.save();
-    QCOMPARE(changed.size(), 1);
-    const QSettings store;
-    QCOMPARE(store.allKeys().size(), keys().size());
-    for (const Key& key : keys()) {
-        if (key.byDefault.isValid())
-            QVERIFY2(store.value(stored(key.name)) == key.byDefault, key.name);
-    }
-    QVERIFY(store.value("output/folder").toString().endsWith("Log"));
-}
-
-/// Written here under each key's own name, read and written by another process, and compared here.
-void TestAppSettings::everyKeySurvivesTheProcess()
-{
-    {
-        QSettings store;
-        for (const Key& key : keys())
-            store.setValue(stored(key.name), key.other);
-    }
-    QProcess process;
-    process.setProcessChannelMode(QProcess::ForwardedChannels);
-    process.start(QCoreApplication::applicationFilePath(),
-                  {RewriteArgument, QCoreApplication::applicationName(), storeFolder->path()});
-    QVERIFY(process.waitForFinished());
-    QCOMPARE(process.exitCode(), 0);
-    QSettings store;
-    store.sync();
-    QCOMPARE(store.allKeys().size(), keys().size());
-    for (const Key& key : keys()) {
-        QVariant value = store.value(stored(key.name));
-        QVERIFY2(value.convert(key.other.metaType()) && value == key.other, key.name);
-    }
-}
-
-void TestAppSettings::oddValues_data()
-{
-    QTest::addColumn<QString>("key");
-    QTest::addColumn<QVariant>("stored");
-    QTest::addColumn<int AppSettings::*>("field");
-    QTest::addColumn<int>("loaded");
-    const auto row = [](const char* name, const QString& key, const QVariant& value, int AppSettings::*field,
-                        int loaded) { QTest::newRow(name) << key << value << field << loaded; };
-    row("channels 0", "format/channels", 0, &AppSettings::channels, 1);
-    row("channels -5", "format/channels", -5, &AppSettings::channels, 1);
-    row("channels 99", "format/channels", 99, &AppSettings::channels, 2);
-    row("codec in capitals", "format/codec", "AAC", &AppSettings::codec, 4);
-    row("codec unknown", "format/codec", "opus", &AppSettings::codec, 0);
-    row("no number", "format/bitrate", "loud", &AppSettings::bitrate, 0);
-    row("no such theme", stored("general/theme"), 7, &AppSettings::theme, 0);
-}
-
-void TestAppSettings::oddValues()
-{
-    QFETCH(QString, key);
-    QFETCH(QVariant, stored);
-    QFETCH(int AppSettings::*, field);
-    QSettings().setValue(key, stored);
-    AppSettings& settings = AppSettings::instance();
-    settings.*field = 1;
-    settings.load();
-    QTEST(settings.*field, "loaded");
-}
-
-void TestAppSettings::passwordIsScrambled()
-{
-    const QString password = QStringLiteral("Grüße, quite a long pässwörd €");
-    QCOMPARE(Scramble::scramble("secret"), "PgQRAAoD");
-    QCOMPARE(Scramble::unscramble(Scramble::scramble(password)), password);
-}
-
-void TestAppSettings::brokenEntries()
-{
-    QSettings().setValue("state/schedule", QString(24, u'1') + "x1");
-    QSettings().setValue("alerts/smtpPass", "not base64 \u20ac");
-    AppSettings::instance().load();
-    QCOMPARE(AppSettings::instance().schedule.toString(), QString(24, u'1') + "01" + QString(142, u'0'));
-}
 
 int main(int argc, char* argv[])
 {

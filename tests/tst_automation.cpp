@@ -40,16 +40,207 @@ class TestAutomation : public QObject {
     Q_OBJECT
 
 private Q_SLOTS:
-    void init();
-    void scheduleIsFollowed();
-    void scheduleRetriesAFailedStart();
-    void triggerPaths_data();
-    void triggerPaths();
-    void triggerThatCannotOpen();
-    void oldRecordingsGo();
-    void midiMessages_data();
-    void midiMessages();
-    void serialText();
+    void init()
+    {
+        m_folder = std::make_unique<QTemporaryDir>();
+        m_settings.outputFolder = m_folder->path();
+        m_settings.codec = Wav;
+        m_settings.splitMinutes = 0;
+        m_settings.autoMode = true;
+        m_settings.schedule.setAll(false);
+        m_settings.schedule.set(1, 10, true); // Tuesday
+        m_settings.schedule.set(1, 11, true);
+        m_recorder = std::make_unique<Recorder>(nullptr, nullptr, ScriptedCapture::environment());
+        connect(m_recorder.get(), &Recorder::logMessage, this, [this](const QString& text) { m_story << text; });
+        m_story.clear();
+        ScriptedTrigger::fails = false;
+    }
+
+    void scheduleIsFollowed()
+    {
+        QDateTime now(QDate(2024, 3, 5), QTime(9, 59));
+        ScheduleController controller(m_recorder.get(), nullptr, [&] { return now; });
+        connect(&controller, &ScheduleController::logMessage, this, [this](const QString& text) { m_story << text; });
+        const auto at = [&](int hour, int minute) {
+            now.setTime(QTime(hour, minute));
+            controller.evaluate();
+            return std::exchange(m_story, {});
+        };
+
+        m_recorder->start("manual");
+        QCOMPARE(at(9, 59), QStringList({"Recording started (manual)", "Recording stopped (scheduler)"}));
+        QCOMPARE(at(10, 20), QStringList({"Scheduled block 10:20 - 12:00", "Recording started (scheduler)"}));
+        QCOMPARE(at(10, 21), QStringList());
+        m_recorder->stop("manual");
+        QCOMPARE(at(11, 0), QStringList({"Recording stopped (manual)", "Scheduled block 11:00 - 12:00",
+                                         "Recording started (scheduler)"}));
+        controller.setEnabled(false);
+        QCOMPARE(at(12, 0), QStringList("Scheduler disabled"));
+        QVERIFY(m_recorder->isRecording());
+        controller.setEnabled(true);
+        controller.setEnabled(true);
+        QCOMPARE(std::exchange(m_story, {}), QStringList({"Scheduler enabled", "Recording stopped (scheduler)"}));
+        m_settings.schedule.setAll(true);
+        controller.forceEvaluate();
+        QCOMPARE(m_story, QStringList({"Scheduled block 12:00 - 13:00", "Recording started (scheduler)"}));
+    }
+
+    void scheduleRetriesAFailedStart()
+    {
+        m_settings.schedule.setAll(true);
+        m_settings.fileTemplate = QString(300, u'x');
+        ScheduleController controller(m_recorder.get());
+        controller.evaluate();
+        QVERIFY(!m_recorder->isRecording());
+        m_settings.fileTemplate.clear();
+        controller.evaluate();
+        QVERIFY(m_recorder->isRecording());
+    }
+
+    void triggerPaths_data()
+    {
+        QTest::addColumn<bool>("autoMode");
+        QTest::addColumn<bool>("scheduled");
+        QTest::addColumn<int>("hold");
+        QTest::addColumn<QString>("events"); // + on, - off, h hold elapsed, m started by hand
+        QTest::addColumn<QString>("story");
+        const QString on = "true|Trigger on|Recording started (trigger)";
+        const QString off = "|false|Trigger off|Recording stopped (trigger)";
+        const auto row = [](const char* name, bool autoMode, bool scheduled, int hold, const char* events,
+                            const QString& story) {
+            QTest::newRow(name) << autoMode << scheduled << hold << events << story;
+        };
+        row("released while idle, repeated", false, false, 0, "-++--", on + off);
+        row("run-on", false, false, 5, "+-h", on + off);
+        row("on again within the run-on", false, false, 5, "+-+", on);
+        row("in a scheduled hour", true, true, 0, "+-", on + off);
+        row("outside of the schedule", true, false, 0, "+-", "true|Trigger on|false|Trigger off");
+        row("stops outside of the schedule", true, false, 0, "m+",
+            "Recording started|true|Trigger on|Recording stopped (trigger)");
+        row("already recording", false, false, 0, "m+", "Recording started|true|Trigger on");
+    }
+    void triggerPaths()
+    {
+        QFETCH(bool, autoMode);
+        QFETCH(bool, scheduled);
+        QFETCH(int, hold);
+        QFETCH(QString, events);
+        m_settings.autoMode = autoMode;
+        m_settings.schedule.setAll(scheduled);
+        m_settings.holdSeconds = hold;
+        QPointer<ScriptedTrigger> source;
+        TriggerController controller(m_recorder.get(), nullptr,
+                                     [&](int, QObject* parent) { return source = new ScriptedTrigger(parent); });
+        connect(&controller, &TriggerController::logMessage, this, [this](const QString& text) { m_story << text; });
+        connect(&controller, &TriggerController::triggerStateChanged, this,
+                [this](bool on) { m_story << (on ? "true" : "false"); });
+        controller.reload();
+
+        for (const QChar event : events) {
+            if (event == u'+')
+                Q_EMIT source->triggeredOn();
+            else if (event == u'-')
+                Q_EMIT source->triggeredOff();
+            else if (event == u'h')
+                controller.onHoldElapsed();
+            else
+                m_recorder->start();
+        }
+        QTEST(m_story.join(u'|'), "story");
+
+        // A rebuilt trigger forgets its state without a word, and the old source has no say any more.
+        const bool recording = m_recorder->isRecording();
+        m_story.clear();
+        const QPointer<ScriptedTrigger> old = source;
+        controller.reload();
+        Q_EMIT old->triggeredOn();
+        QVERIFY(m_story.isEmpty() && !controller.isActive());
+        QCOMPARE(m_recorder->isRecording(), recording);
+    }
+
+    void triggerThatCannotOpen()
+    {
+        ScriptedTrigger::fails = true;
+        TriggerController controller(m_recorder.get(), nullptr,
+                                     [](int, QObject* parent) { return new ScriptedTrigger(parent); });
+        QSignalSpy lines(&controller, &TriggerController::logMessage);
+        controller.reload();
+        QCOMPARE(lines, (QList<QVariantList>{{"Cannot open it."}}));
+        QVERIFY(!controller.hasSource());
+        controller.onTriggeredOn();
+        QVERIFY(!m_recorder->isRecording());
+        QVERIFY(!TriggerController::createSource(4, nullptr));
+    }
+
+    void oldRecordingsGo()
+    {
+        m_settings.housekeepingEnabled = true;
+        const QDateTime limit = QDateTime::currentDateTime().addDays(-365);
+        const auto name = [&](int seconds) { return limit.addSecs(seconds).toString("yyyyMMdd-HHmmss") + ".mp3"; };
+        for (const QString& file : {name(-60), name(-3600), name(60), QStringLiteral("20010101-000000.txt")})
+            QVERIFY(QFile(m_folder->filePath(file)).open(QIODevice::WriteOnly));
+        ArchiveIndex index;
+        index.setFolder(m_folder->path());
+        Housekeeper housekeeper(&index);
+        QSignalSpy lines(&housekeeper, &Housekeeper::logMessage);
+        const auto files = [this] { return QDir(m_folder->path()).entryList({"*.mp3", "*.txt"}).size(); };
+
+        m_settings.housekeepingDays = 0;
+        housekeeper.runNow();
+        QCOMPARE(files(), 4);
+        m_settings.housekeepingDays = 365;
+        RecordInfo undeletable;
+        undeletable.fileName = "gone.mp3";
+        undeletable.filePath = m_folder->filePath("gone.mp3");
+        undeletable.start = limit.addDays(-1);
+        index.addRecord(undeletable);
+        index.setOpenFile(name(60));
+        housekeeper.runNow();
+        QTRY_COMPARE(lines, (QList<QVariantList>{{"Deleted 2 old recording(s)"}}));
+        QCOMPARE(files(), 2);
+        QVERIFY2(index.records().isEmpty(), "the scan leaves out the file that is being written");
+    }
+
+    void midiMessages_data()
+    {
+        QTest::addColumn<quint32>("message");
+        QTest::addColumn<int>("channel");
+        QTest::addColumn<int>("outcome"); // 1 on, 0 off, -1 not ours
+        QTest::newRow("any channel") << quint32(0x643c99) << 0 << 1;
+        QTest::newRow("its channel") << quint32(0x643c99) << 10 << 1;
+        QTest::newRow("another channel") << quint32(0x643c99) << 1 << -1;
+        QTest::newRow("note on without velocity") << quint32(0x003c90) << 0 << 0;
+        QTest::newRow("note off") << quint32(0x403c80) << 0 << 0;
+        QTest::newRow("controller 63") << quint32(0x3f3cb0) << 0 << 0;
+        QTest::newRow("controller 64") << quint32(0x403cb0) << 0 << 1;
+        QTest::newRow("another note") << quint32(0x643d90) << 0 << -1;
+        QTest::newRow("program change") << quint32(0x003cc0) << 0 << -1;
+    }
+    void midiMessages()
+    {
+        QFETCH(quint32, message);
+        QFETCH(int, channel);
+        const auto state = midiTriggerState(message, {channel, 60});
+        QTEST(state ? int(*state) : -1, "outcome");
+    }
+
+    void serialText()
+    {
+        SerialLines lines;
+        QString story;
+        const auto hear = [&](const QByteArray& bytes) {
+            lines.append(bytes);
+            while (const auto line = lines.next())
+                story += "0+-"[int(serialCommand(*line, "REC ON", "rec off"))];
+        };
+        hear(" rec on\r\nREC");
+        hear(" OFF\n\n\r\nREC  ON\nnonsense\n");
+        hear(QByteArray(5000, 'x'));
+        hear("REC ON\n");
+        hear(QByteArray(3000, 'y') + "\nREC OFF\n");
+        QCOMPARE(story, "+-0000+0-");
+        QCOMPARE(serialCommand("REC ON", " REC ON", ""), SerialCommand::None);
+    }
 
 private:
     AppSettings& m_settings = AppSettings::instance();
@@ -57,219 +248,6 @@ private:
     std::unique_ptr<Recorder> m_recorder;
     QStringList m_story;
 };
-
-void TestAutomation::init()
-{
-    m_folder = std::make_unique<QTemporaryDir>();
-    m_settings.outputFolder = m_folder->path();
-    m_settings.codec = Wav;
-    m_settings.splitMinutes = 0;
-    m_settings.autoMode = true;
-    m_settings.schedule.setAll(false);
-    m_settings.schedule.set(1, 10, true); // Tuesday
-    m_settings.schedule.set(1, 11, true);
-    m_recorder = std::make_unique<Recorder>(nullptr, nullptr, ScriptedCapture::environment());
-    connect(m_recorder.get(), &Recorder::logMessage, this, [this](const QString& text) { m_story << text; });
-    m_story.clear();
-    ScriptedTrigger::fails = false;
-}
-
-void TestAutomation::scheduleIsFollowed()
-{
-    QDateTime now(QDate(2024, 3, 5), QTime(9, 59));
-    ScheduleController controller(m_recorder.get(), nullptr, [&] { return now; });
-    connect(&controller, &ScheduleController::logMessage, this, [this](const QString& text) { m_story << text; });
-    const auto at = [&](int hour, int minute) {
-        now.setTime(QTime(hour, minute));
-        controller.evaluate();
-        return std::exchange(m_story, {});
-    };
-
-    m_recorder->start("manual");
-    QCOMPARE(at(9, 59), QStringList({"Recording started (manual)", "Recording stopped (scheduler)"}));
-    QCOMPARE(at(10, 20), QStringList({"Scheduled block 10:20 - 12:00", "Recording started (scheduler)"}));
-    QCOMPARE(at(10, 21), QStringList());
-    m_recorder->stop("manual");
-    QCOMPARE(at(11, 0), QStringList({"Recording stopped (manual)", "Scheduled block 11:00 - 12:00",
-                                     "Recording started (scheduler)"}));
-    controller.setEnabled(false);
-    QCOMPARE(at(12, 0), QStringList("Scheduler disabled"));
-    QVERIFY(m_recorder->isRecording());
-    controller.setEnabled(true);
-    controller.setEnabled(true);
-    QCOMPARE(std::exchange(m_story, {}), QStringList({"Scheduler enabled", "Recording stopped (scheduler)"}));
-    m_settings.schedule.setAll(true);
-    controller.forceEvaluate();
-    QCOMPARE(m_story, QStringList({"Scheduled block 12:00 - 13:00", "Recording started (scheduler)"}));
-}
-
-void TestAutomation::scheduleRetriesAFailedStart()
-{
-    m_settings.schedule.setAll(true);
-    m_settings.fileTemplate = QString(300, u'x');
-    QSignalSpy errors(m_recorder.get(), &Recorder::errorOccurred);
-    ScheduleController controller(m_recorder.get());
-    controller.evaluate();
-    controller.evaluate();
-    QCOMPARE(errors.size(), 2);
-    m_settings.fileTemplate.clear();
-    controller.evaluate();
-    QVERIFY(m_recorder->isRecording());
-}
-
-void TestAutomation::triggerPaths_data()
-{
-    QTest::addColumn<bool>("autoMode");
-    QTest::addColumn<bool>("scheduled");
-    QTest::addColumn<int>("hold");
-    QTest::addColumn<QString>("events"); // + on, - off, h hold elapsed, m started by hand
-    QTest::addColumn<QString>("story");
-    const QString on = "true|Trigger on|Recording started (trigger)";
-    const QString off = "|false|Trigger off|Recording stopped (trigger)";
-    QTest::newRow("at once") << false << false << 0 << "+-" << on + off;
-    QTest::newRow("repeated") << false << false << 0 << "++--" << on + off;
-    QTest::newRow("released while idle") << false << false << 0 << "-"
-                                         << "";
-    QTest::newRow("run-on") << false << false << 5 << "+-h" << on + off;
-    QTest::newRow("on again within the run-on") << false << false << 5 << "+-+" << on;
-    QTest::newRow("in a scheduled hour") << true << true << 0 << "+-" << on + off;
-    QTest::newRow("outside of the schedule") << true << false << 0 << "+-"
-                                             << "true|Trigger on|false|Trigger off";
-    QTest::newRow("stops outside of the schedule") << true << false << 0 << "m+"
-                                                   << "Recording started|true|Trigger on|Recording stopped (trigger)";
-    QTest::newRow("already recording") << false << false << 0 << "m+"
-                                       << "Recording started|true|Trigger on";
-}
-
-void TestAutomation::triggerPaths()
-{
-    QFETCH(bool, autoMode);
-    QFETCH(bool, scheduled);
-    QFETCH(int, hold);
-    QFETCH(QString, events);
-    m_settings.autoMode = autoMode;
-    m_settings.schedule.setAll(scheduled);
-    m_settings.holdSeconds = hold;
-    QPointer<ScriptedTrigger> source;
-    TriggerController controller(m_recorder.get(), nullptr,
-                                 [&](int, QObject* parent) { return source = new ScriptedTrigger(parent); });
-    connect(&controller, &TriggerController::logMessage, this, [this](const QString& text) { m_story << text; });
-    connect(&controller, &TriggerController::triggerStateChanged, this,
-            [this](bool on) { m_story << (on ? "true" : "false"); });
-    controller.reload();
-
-    for (const QChar event : events) {
-        if (event == u'+')
-            Q_EMIT source->triggeredOn();
-        else if (event == u'-')
-            Q_EMIT source->triggeredOff();
-        else if (event == u'h')
-            controller.onHoldElapsed();
-        else
-            m_recorder->start();
-    }
-    QTEST(m_story.join(u'|'), "story");
-
-    // A rebuilt trigger forgets its state without a word, and the old source has no say any more.
-    const bool recording = m_recorder->isRecording();
-    m_story.clear();
-    const QPointer<ScriptedTrigger> old = source;
-    controller.reload();
-    Q_EMIT old->triggeredOn();
-    QVERIFY(m_story.isEmpty() && !controller.isActive());
-    QCOMPARE(m_recorder->isRecording(), recording);
-}
-
-void TestAutomation::triggerThatCannotOpen()
-{
-    ScriptedTrigger::fails = true;
-    TriggerController controller(m_recorder.get(), nullptr,
-                                 [](int, QObject* parent) { return new ScriptedTrigger(parent); });
-    QSignalSpy lines(&controller, &TriggerController::logMessage);
-    controller.reload();
-    QCOMPARE(lines, (QList<QVariantList>{{"Cannot open it."}}));
-    QVERIFY(!controller.hasSource());
-    controller.onTriggeredOn();
-    QVERIFY(!m_recorder->isRecording());
-    QVERIFY(!TriggerController::createSource(4, nullptr));
-}
-
-void TestAutomation::oldRecordingsGo()
-{
-    m_settings.housekeepingEnabled = true;
-    m_settings.housekeepingDays = 365;
-    const QDateTime limit = QDateTime::currentDateTime().addDays(-365);
-    for (const QDateTime& start : {limit.addSecs(-60), limit.addSecs(-3600), limit.addSecs(60)}) {
-        QFile file(m_folder->filePath(start.toString("yyyyMMdd-HHmmss") + ".mp3"));
-        QVERIFY(file.open(QIODevice::WriteOnly));
-    }
-    QFile notOurs(m_folder->filePath("20010101-000000.txt"));
-    QVERIFY(notOurs.open(QIODevice::WriteOnly));
-    ArchiveIndex index;
-    index.setFolder(m_folder->path());
-    Housekeeper housekeeper(&index);
-    QSignalSpy lines(&housekeeper, &Housekeeper::logMessage);
-    const auto files = [this] { return QDir(m_folder->path()).entryList({"*.mp3", "*.txt"}).size(); };
-
-    m_settings.housekeepingDays = 0;
-    housekeeper.runNow();
-    QCOMPARE(files(), 4);
-    m_settings.housekeepingDays = 365;
-    RecordInfo undeletable;
-    undeletable.fileName = "gone.mp3";
-    undeletable.filePath = m_folder->filePath("gone.mp3");
-    undeletable.start = limit.addDays(-1);
-    index.addRecord(undeletable);
-    index.setOpenFile(limit.addSecs(60).toString("yyyyMMdd-HHmmss") + ".mp3");
-    housekeeper.runNow();
-    QTRY_COMPARE(lines.size(), 1);
-    QCOMPARE(files(), 2);
-    QCOMPARE(lines, (QList<QVariantList>{{"Deleted 2 old recording(s)"}}));
-    QVERIFY2(index.records().isEmpty(), "the scan leaves out the file that is being written");
-}
-
-void TestAutomation::midiMessages_data()
-{
-    QTest::addColumn<quint32>("message");
-    QTest::addColumn<int>("channel");
-    QTest::addColumn<int>("outcome"); // 1 on, 0 off, -1 not ours
-    QTest::newRow("note on") << quint32(0x643c90) << 0 << 1;
-    QTest::newRow("any channel") << quint32(0x643c99) << 0 << 1;
-    QTest::newRow("its channel") << quint32(0x643c99) << 10 << 1;
-    QTest::newRow("another channel") << quint32(0x643c99) << 1 << -1;
-    QTest::newRow("note on without velocity") << quint32(0x003c90) << 0 << 0;
-    QTest::newRow("note off") << quint32(0x403c80) << 0 << 0;
-    QTest::newRow("controller 63") << quint32(0x3f3cb0) << 0 << 0;
-    QTest::newRow("controller 64") << quint32(0x403cb0) << 0 << 1;
-    QTest::newRow("another note") << quint32(0x643d90) << 0 << -1;
-    QTest::newRow("program change") << quint32(0x003cc0) << 0 << -1;
-}
-
-void TestAutomation::midiMessages()
-{
-    QFETCH(quint32, message);
-    QFETCH(int, channel);
-    const auto state = midiTriggerState(message, {channel, 60});
-    QTEST(state ? int(*state) : -1, "outcome");
-}
-
-void TestAutomation::serialText()
-{
-    SerialLines lines;
-    QString story;
-    const auto hear = [&](const QByteArray& bytes) {
-        lines.append(bytes);
-        while (const auto line = lines.next())
-            story += "0+-"[int(serialCommand(*line, "REC ON", "rec off"))];
-    };
-    hear(" rec on\r\nREC");
-    hear(" OFF\n\n\r\nREC  ON\nnonsense\n");
-    hear(QByteArray(5000, 'x'));
-    hear("REC ON\n");
-    hear(QByteArray(3000, 'y') + "\nREC OFF\n");
-    QCOMPARE(story, "+-0000+0-");
-    QCOMPARE(serialCommand("REC ON", " REC ON", ""), SerialCommand::None);
-}
 
 QTEST_GUILESS_MAIN(TestAutomation)
 #include "tst_automation.moc"

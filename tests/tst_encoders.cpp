@@ -16,16 +16,135 @@ class TestEncoders : public QObject {
     Q_OBJECT
 
 private Q_SLOTS:
-    void wavIsByteForByte();
-    void wavIsOnDiskBeforeItIsClosed();
-    void filesAreWhatTheyClaim_data();
-    void filesAreWhatTheyClaim();
-    void argumentsForFfmpeg_data();
-    void argumentsForFfmpeg();
-    void codecTable();
-    void sizeEstimate_data();
-    void sizeEstimate();
-    void compiledOut();
+    void wavIsByteForByte()
+    {
+        const QString first = m_folder.filePath("first.wav");
+        const QString second = m_folder.filePath("second.wav");
+        const QByteArray block = Counting::frames(0, 1000);
+        WavEncoder encoder;
+        QVERIFY(!encoder.write(block));
+        QVERIFY(encoder.open(first, {48000, 2}));
+        QVERIFY(encoder.write(block));
+        QVERIFY2(content(first).mid(44) == block, "on the disk before it is closed");
+        QVERIFY(encoder.write(block.left(3))); // a source may end inside a frame
+        QCOMPARE(encoder.bytesWritten(), 4003);
+        QVERIFY(encoder.open(second, {8000, 1}));
+        encoder.close();
+        encoder.close();
+
+        QCOMPARE(content(first).left(44).toHex(' '),
+                 QByteArray("52 49 46 46 c7 0f 00 00 57 41 56 45 66 6d 74 20 10 00 00 00 01 00 02 00 80 bb 00 00 "
+                            "00 ee 02 00 04 00 10 00 64 61 74 61 a3 0f 00 00"));
+        QVERIFY(content(first).mid(44) == block + block.left(3));
+        QCOMPARE(content(second).toHex(' '),
+                 QByteArray("52 49 46 46 24 00 00 00 57 41 56 45 66 6d 74 20 10 00 00 00 01 00 01 00 40 1f 00 00 "
+                            "80 3e 00 00 02 00 10 00 64 61 74 61 00 00 00 00"));
+        QVERIFY(!encoder.open(m_folder.filePath("no/such/folder.wav"), {8000, 1}));
+        QVERIFY(!encoder.errorString().isEmpty());
+    }
+
+    void filesAreWhatTheyClaim_data()
+    {
+        QTest::addColumn<int>("codec");
+        QTest::addColumn<int>("rate");
+        QTest::addColumn<int>("channels");
+        QTest::addColumn<QString>("codecName");
+        QTest::addColumn<QString>("formatName");
+        const auto row = [](const char* name, Codec codec, int rate, int channels, const char* codecName,
+                            const char* formatName) {
+            QTest::newRow(name) << int(codec) << rate << channels << codecName << formatName;
+        };
+        row("mp3 mono", Mp3, 44100, 1, "mp3", "mp3");
+        row("mp3 stereo at a low rate", Mp3, 16000, 2, "mp3", "mp3");
+        row("ogg", Ogg, 44100, 2, "vorbis", "ogg");
+        row("wav", Wav, 32000, 1, "pcm_s16le", "wav");
+        row("flac", Flac, 48000, 2, "flac", "flac");
+        row("m4a", M4a, 44100, 2, "aac", "mov,mp4,m4a,3gp,3g2,mj2");
+    }
+    void filesAreWhatTheyClaim()
+    {
+        QFETCH(int, codec);
+        QFETCH(int, rate);
+        QFETCH(int, channels);
+        if (!AudioFiles::toolsAvailable())
+            QSKIP("ffmpeg is not here.");
+        const QString path = m_folder.filePath("ä ö." + codecExtension(codec));
+        const QByteArray pcm = Counting::frames(0, 5 * rate * channels / 2);
+        const auto encoder = createEncoder({codec, 64, 3});
+        QVERIFY2(encoder->open(path, {rate, channels}), qPrintable(encoder->errorString()));
+        for (qsizetype at = 0; at < pcm.size(); at += 8192)
+            QVERIFY(encoder->write(pcm.mid(at, 8192)));
+        encoder->close();
+
+        QVERIFY(!encoder->isOpen());
+        QVERIFY(!encoder->write(pcm));
+        QCOMPARE(encoder->bytesWritten(), codec == Wav ? pcm.size() : QFileInfo(path).size());
+        const QJsonObject seen = AudioFiles::probe(path);
+        QTEST(seen["codec_name"].toString(), "codecName");
+        QTEST(seen["format_name"].toString(), "formatName");
+        QCOMPARE(seen["sample_rate"].toString().toInt(), rate);
+        QCOMPARE(seen["channels"].toInt(), channels);
+        QVERIFY2(qAbs(seen["duration"].toString().toDouble() - 5.0) < 0.1, qPrintable(seen["duration"].toString()));
+        if (codec == Wav || codec == Flac)
+            QVERIFY(AudioFiles::decode(path) == pcm);
+        QFile::remove(path);
+    }
+
+    void argumentsForFfmpeg()
+    {
+        const auto arguments = [](const QString& codec, int bitrate) {
+            return FfmpegEncoder(codec, "x", bitrate).arguments("out.x", {44100, 2}).join(u' ');
+        };
+        const QString head = "-hide_banner -loglevel error -y -f s16le -ar 44100 -ac 2 -i pipe:0 -c:a ";
+        QCOMPARE(arguments("libmp3lame", 192), head + "libmp3lame -b:a 192k -f x out.x");
+        QCOMPARE(arguments("aac", 0), head + "aac -f x out.x"); // the codec chooses
+        QCOMPARE(arguments("flac", 192), head + "flac -f x out.x");
+    }
+
+    void codecTable()
+    {
+        QCOMPARE(codecExtension(7), "mp3");
+        for (int codec = Mp3; codec <= M4a; ++codec)
+            QCOMPARE(codecFromExtension(codecExtension(codec).toUpper()), codec);
+        QCOMPARE(codecFromExtension("AAC"), int(M4a));
+        QCOMPARE(codecFromExtension("opus"), int(Mp3));
+        QVERIFY(dynamic_cast<WavEncoder*>(createEncoder({7, 64, 3}).get()));
+    }
+
+    void sizeEstimate_data()
+    {
+        QTest::addColumn<int>("codec");
+        QTest::addColumn<int>("channels");
+        QTest::addColumn<int>("quality");
+        QTest::addColumn<qint64>("bytesPerSecond");
+        QTest::newRow("wav") << int(Wav) << 2 << 3 << qint64(192000);
+        QTest::newRow("flac") << int(Flac) << 2 << 3 << qint64(105600);
+        QTest::newRow("ogg mono, lowest") << int(Ogg) << 1 << -1 << qint64(4000);
+        QTest::newRow("ogg, quality out of range") << int(Ogg) << 2 << 99 << qint64(62500);
+        QTest::newRow("mp3") << int(Mp3) << 2 << 3 << qint64(16000);
+    }
+    void sizeEstimate()
+    {
+        QFETCH(int, codec);
+        QFETCH(int, channels);
+        QFETCH(int, quality);
+        AppSettings& settings = AppSettings::instance();
+        settings.sampleRate = 48000;
+        settings.bitrate = 128;
+        settings.codec = codec;
+        settings.channels = channels;
+        settings.vorbisQuality = quality;
+        QTEST(estimatedBytesPerSecond(settings), "bytesPerSecond");
+    }
+
+    void compiledOut()
+    {
+        LameEncoder lame;
+        VorbisEncoder vorbis;
+        QVERIFY(!lame.open("x", {}) && !vorbis.open("x", {}) && !lame.isOpen() && !vorbis.write("xx"));
+        QCOMPARE(lame.errorString(), "This build was compiled without LAME support.");
+        QCOMPARE(vorbis.errorString(), "This build was compiled without Ogg Vorbis support.");
+    }
 
 private:
     static QByteArray content(const QString& path)
@@ -35,159 +154,6 @@ private:
     }
     QTemporaryDir m_folder;
 };
-
-void TestEncoders::wavIsByteForByte()
-{
-    const QString first = m_folder.filePath("first.wav");
-    const QString second = m_folder.filePath("second.wav");
-    const QByteArray block = Counting::frames(0, 1000);
-    WavEncoder encoder;
-    QVERIFY(!encoder.write(block));
-    QVERIFY(encoder.open(first, {48000, 2}));
-    QVERIFY(encoder.write(block));
-    QVERIFY(encoder.write(block.left(3))); // a source may end inside a frame
-    QCOMPARE(encoder.bytesWritten(), 4003);
-    QVERIFY(encoder.open(second, {8000, 1}));
-    encoder.close();
-    encoder.close();
-
-    QCOMPARE(content(first).left(44).toHex(' '),
-             QByteArray("52 49 46 46 c7 0f 00 00 57 41 56 45 66 6d 74 20 10 00 00 00 01 00 02 00 80 bb 00 00 "
-                        "00 ee 02 00 04 00 10 00 64 61 74 61 a3 0f 00 00"));
-    QVERIFY(content(first).mid(44) == block + block.left(3));
-    QCOMPARE(content(second).toHex(' '),
-             QByteArray("52 49 46 46 24 00 00 00 57 41 56 45 66 6d 74 20 10 00 00 00 01 00 01 00 40 1f 00 00 "
-                        "80 3e 00 00 02 00 10 00 64 61 74 61 00 00 00 00"));
-    QVERIFY(!encoder.open(m_folder.filePath("no/such/folder.wav"), {8000, 1}));
-    QVERIFY(!encoder.errorString().isEmpty());
-}
-
-void TestEncoders::wavIsOnDiskBeforeItIsClosed()
-{
-    const QString path = m_folder.filePath("open.wav");
-    WavEncoder encoder;
-    QVERIFY(encoder.open(path, {44100, 2}));
-    QVERIFY(encoder.write(Counting::frames(0, 10)));
-    QVERIFY(content(path).mid(44) == Counting::frames(0, 10));
-}
-
-void TestEncoders::filesAreWhatTheyClaim_data()
-{
-    QTest::addColumn<int>("codec");
-    QTest::addColumn<int>("rate");
-    QTest::addColumn<int>("channels");
-    QTest::addColumn<QString>("codecName");
-    QTest::addColumn<QString>("formatName");
-    QTest::newRow("mp3 mono") << int(Mp3) << 44100 << 1 << "mp3"
-                              << "mp3";
-    QTest::newRow("mp3 stereo at a low rate") << int(Mp3) << 16000 << 2 << "mp3"
-                                              << "mp3";
-    QTest::newRow("ogg") << int(Ogg) << 44100 << 2 << "vorbis"
-                         << "ogg";
-    QTest::newRow("wav") << int(Wav) << 32000 << 1 << "pcm_s16le"
-                         << "wav";
-    QTest::newRow("flac") << int(Flac) << 48000 << 2 << "flac"
-                          << "flac";
-    QTest::newRow("m4a") << int(M4a) << 44100 << 2 << "aac"
-                         << "mov,mp4,m4a,3gp,3g2,mj2";
-}
-
-void TestEncoders::filesAreWhatTheyClaim()
-{
-    QFETCH(int, codec);
-    QFETCH(int, rate);
-    QFETCH(int, channels);
-    if (!AudioFiles::toolsAvailable())
-        QSKIP("ffmpeg is not here.");
-    const QString path = m_folder.filePath("ä ö." + codecExtension(codec));
-    const QByteArray pcm = Counting::frames(0, 5 * rate * channels / 2);
-    const auto encoder = createEncoder({codec, 64, 3});
-    QVERIFY2(encoder->open(path, {rate, channels}), qPrintable(encoder->errorString()));
-    for (qsizetype at = 0; at < pcm.size(); at += 8192)
-        QVERIFY(encoder->write(pcm.mid(at, 8192)));
-    encoder->close();
-
-    QVERIFY(!encoder->isOpen());
-    QVERIFY(!encoder->write(pcm));
-    QCOMPARE(encoder->bytesWritten(), codec == Wav ? pcm.size() : QFileInfo(path).size());
-    const QJsonObject seen = AudioFiles::probe(path);
-    QTEST(seen["codec_name"].toString(), "codecName");
-    QTEST(seen["format_name"].toString(), "formatName");
-    QCOMPARE(seen["sample_rate"].toString().toInt(), rate);
-    QCOMPARE(seen["channels"].toInt(), channels);
-    QVERIFY2(qAbs(seen["duration"].toString().toDouble() - 5.0) < 0.1, qPrintable(seen["duration"].toString()));
-    if (codec == Wav || codec == Flac)
-        QVERIFY(AudioFiles::decode(path) == pcm);
-    QFile::remove(path);
-}
-
-void TestEncoders::argumentsForFfmpeg_data()
-{
-    QTest::addColumn<QString>("codec");
-    QTest::addColumn<int>("bitrate");
-    QTest::addColumn<QString>("expected");
-    const QString head = "-hide_banner -loglevel error -y -f s16le -ar 44100 -ac 2 -i pipe:0 -c:a ";
-    QTest::newRow("bit rate") << "libmp3lame" << 192 << head + "libmp3lame -b:a 192k -f x out.x";
-    QTest::newRow("the codec chooses") << "aac" << 0 << head + "aac -f x out.x";
-    QTest::newRow("flac has none") << "flac" << 192 << head + "flac -f x out.x";
-}
-
-void TestEncoders::argumentsForFfmpeg()
-{
-    QFETCH(QString, codec);
-    QFETCH(int, bitrate);
-    QTEST(FfmpegEncoder(codec, "x", bitrate).arguments("out.x", {44100, 2}).join(u' '), "expected");
-}
-
-void TestEncoders::codecTable()
-{
-    QCOMPARE(codecExtension(7), "mp3");
-    QCOMPARE(codecExtension(-1), "mp3");
-    for (int codec = Mp3; codec <= M4a; ++codec)
-        QCOMPARE(codecFromExtension(codecExtension(codec).toUpper()), codec);
-    QCOMPARE(codecFromExtension("AAC"), int(M4a));
-    QCOMPARE(codecFromExtension("mp3 "), int(Mp3));
-    QCOMPARE(codecFromExtension("opus"), int(Mp3));
-    QVERIFY(dynamic_cast<WavEncoder*>(createEncoder({7, 64, 3}).get()));
-}
-
-void TestEncoders::sizeEstimate_data()
-{
-    QTest::addColumn<int>("codec");
-    QTest::addColumn<int>("channels");
-    QTest::addColumn<int>("quality");
-    QTest::addColumn<qint64>("bytesPerSecond");
-    QTest::newRow("wav") << int(Wav) << 2 << 3 << qint64(192000);
-    QTest::newRow("flac") << int(Flac) << 2 << 3 << qint64(105600);
-    QTest::newRow("ogg stereo") << int(Ogg) << 2 << 3 << qint64(14000);
-    QTest::newRow("ogg mono, lowest") << int(Ogg) << 1 << -1 << qint64(4000);
-    QTest::newRow("ogg mono") << int(Ogg) << 1 << 5 << qint64(10000);
-    QTest::newRow("ogg, quality out of range") << int(Ogg) << 2 << 99 << qint64(62500);
-    QTest::newRow("mp3") << int(Mp3) << 2 << 3 << qint64(16000);
-}
-
-void TestEncoders::sizeEstimate()
-{
-    QFETCH(int, codec);
-    QFETCH(int, channels);
-    QFETCH(int, quality);
-    AppSettings& settings = AppSettings::instance();
-    settings.sampleRate = 48000;
-    settings.bitrate = 128;
-    settings.codec = codec;
-    settings.channels = channels;
-    settings.vorbisQuality = quality;
-    QTEST(estimatedBytesPerSecond(settings), "bytesPerSecond");
-}
-
-void TestEncoders::compiledOut()
-{
-    LameEncoder lame;
-    VorbisEncoder vorbis;
-    QVERIFY(!lame.open("x", {}) && !vorbis.open("x", {}) && !lame.isOpen() && !vorbis.write("xx"));
-    QCOMPARE(lame.errorString(), "This build was compiled without LAME support.");
-    QCOMPARE(vorbis.errorString(), "This build was compiled without Ogg Vorbis support.");
-}
 
 QTEST_GUILESS_MAIN(TestEncoders)
 #include "tst_encoders.moc"

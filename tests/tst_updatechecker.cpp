@@ -17,50 +17,11 @@ QByteArray http(const QByteArray& status, const QByteArray& body, const QByteArr
            body;
 }
 
-QByteArray version(const QByteArray& latest)
-{
-    return R"({"latest_version": ")" + latest + R"("})";
-}
-
-constexpr char Newer[] = "available 1.10";
+const QByteArray Newer = R"({"latest_version": "1.10", "download_url": "d", "notes": "<b>ü</b>", "notes_url": "n",
+    "release_date": "2026-11-22", "min_supported_version": "1.0", "critical": true, "more": [1]})";
+constexpr char Available[] = "1.10|d|<b>ü</b>|n|2026-11-22|1.0|critical";
 constexpr char Malformed[] = "The update server sent a malformed response.";
 constexpr char NoVersion[] = "The update server did not report a version.";
-
-constexpr char Close[] = "<close>"; // hangs up behind the text in front
-constexpr char Trickle[] = "<trickle>"; // goes on with a byte now and then
-
-/// Answers every question with `answer`, but one for "/moved" with `moved`.
-class Service : public QTcpServer {
-public:
-    QByteArray answer;
-    QByteArray moved;
-    QByteArray request;
-
-    Service()
-    {
-        listen(QHostAddress::LocalHost);
-        connect(this, &QTcpServer::newConnection, this, [this] {
-            QTcpSocket* const socket = nextPendingConnection();
-            connect(socket, &QTcpSocket::readyRead, this, [this, socket] { reply(socket); });
-        });
-    }
-
-private:
-    void reply(QTcpSocket* socket)
-    {
-        request = socket->readAll(); // a GET on loopback comes in one piece
-        QByteArray text = request.startsWith("GET /moved") ? moved : answer;
-        const bool closes = text.endsWith(Close);
-        const bool trickles = text.endsWith(Trickle);
-        socket->write(text.replace(Close, {}).replace(Trickle, {}));
-        if (closes)
-            socket->disconnectFromHost();
-        auto* const timer = new QTimer(socket);
-        connect(timer, &QTimer::timeout, socket, [socket] { socket->write(" "); });
-        if (trickles)
-            timer->start(50ms);
-    }
-};
 
 } // namespace
 
@@ -68,106 +29,90 @@ class TestUpdateChecker : public QObject {
     Q_OBJECT
 
 private Q_SLOTS:
-    void initTestCase()
-    {
-        QCoreApplication::setApplicationName(QStringLiteral("Tidewell"));
-        QCoreApplication::setApplicationVersion(QStringLiteral("1.9.2"));
-    }
     void init()
     {
-        m_service = std::make_unique<Service>();
-        AppSettings::instance().updateUrl =
-            QStringLiteral("http://127.0.0.1:%1/api/latest.json").arg(m_service->serverPort());
+        QCoreApplication::setApplicationName("Tidewell");
+        QCoreApplication::setApplicationVersion("1.9.2");
         AppSettings::instance().lastCheck = {};
     }
 
     void outcome_data()
     {
-        QTest::addColumn<QByteArray>("answer");
-        QTest::addColumn<QByteArray>("expected");
-        const auto row = [](const char* name, const QByteArray& answer, const QByteArray& expected) {
-            QTest::newRow(name) << answer << expected;
+        QTest::addColumn<QByteArray>("answer"); // "<close>" at its end hangs up
+        QTest::addColumn<QString>("expected");
+        const auto row = [](const char* name, const QByteArray& answer, const char* expected) {
+            QTest::newRow(name) << answer << QString::fromUtf8(expected);
         };
-        row("newer", http("200 OK", version("1.10")), Newer);
-        row("same, longer", http("200 OK", version("1.9.2.0")), "up to date");
-        row("older", http("200 OK", version("1.9.1")), "up to date");
-        row("not modified", http("304 Not Modified", {}), "The update server returned HTTP 304.");
-        row("accepted", http("202 Accepted", version("1.10")), "The update server returned HTTP 202.");
-        row("not found", http("404 Gone away", version("1.10")), "*server replied: Gone away");
-        row("server error", http("500 Oops", {}), "*server replied: Oops");
+        row("newer", http("200 OK", Newer), Available);
+        row("same, longer", http("200 OK", R"({"latest_version": "1.9.2.0"})"), "up to date");
+        row("accepted", http("202 Accepted", Newer), "The update server returned HTTP 202.");
+        row("server error", http("500 Oops", Newer), "*server replied: Oops");
         row("no JSON", http("200 OK", "<html>"), Malformed);
-        row("empty body", http("200 OK", {}), Malformed);
-        row("array", http("200 OK", "[" + version("1.10") + "]"), Malformed);
+        row("array", http("200 OK", "[" + Newer + "]"), Malformed);
         row("no version", http("200 OK", "{}"), NoVersion);
-        row("empty version", http("200 OK", version("")), NoVersion);
         row("version is a number", http("200 OK", R"({"latest_version": 2})"), NoVersion);
-        row("100 MB", http("200 OK", version("1.10") + QByteArray(100'000'000, ' ')), Malformed);
-        row("1 MB", http("200 OK", version("1.10") + QByteArray(1'000'000, ' ')), Newer);
-        row("moved", http("302 Found", {}, "Location: /moved\r\n"), Newer);
+        row("1 MB", http("200 OK", Newer + QByteArray(1'000'000, ' ')), Available);
+        row("100 MB", http("200 OK", Newer + QByteArray(100'000'000, ' ')), Malformed);
+        row("moved", http("302 Found", {}, "Location: /moved\r\n"), Available);
         row("moved in circles", http("302 Found", {}, "Location: /\r\n"), "Too many redirects");
         row("cut short", "HTTP/1.1 200 OK\r\nContent-Length: 99\r\n\r\n{}<close>", "Connection closed");
-        row("closed without a word", Close, "Connection closed");
         row("silence", {}, "Operation canceled");
-        row("a byte now and then", "HTTP/1.1 200 OK\r\n\r\n{}<trickle>", "Operation canceled");
+        row("a byte now and then", "HTTP/1.1 200 OK\r\n\r\n{}", "Operation canceled");
     }
     void outcome()
     {
         QFETCH(QByteArray, answer);
-        QFETCH(QByteArray, expected);
-        m_service->answer = answer;
-        m_service->moved = http("200 OK", version("1.10"));
+        QFETCH(QString, expected);
+        QTcpServer service;
+        QByteArrayList requests;
+        QVERIFY(service.listen(QHostAddress::LocalHost));
+        connect(&service, &QTcpServer::newConnection, this, [&] {
+            QTcpSocket* const socket = service.nextPendingConnection();
+            connect(socket, &QTcpSocket::readyRead, &service, [&, socket] {
+                requests += socket->readAll(); // a GET on loopback comes in one piece
+                const bool moved = requests.last().startsWith("GET /moved");
+                socket->write(moved ? http("200 OK", Newer) : QByteArray(answer).replace("<close>", {}));
+                if (answer.endsWith("<close>"))
+                    socket->disconnectFromHost();
+                auto* const timer = new QTimer(socket);
+                timer->callOnTimeout(socket, [socket] { socket->write(" "); });
+                if (answer.endsWith("\n{}"))
+                    timer->start(50ms);
+            });
+        });
+        AppSettings::instance().updateUrl = QStringLiteral("http://127.0.0.1:%1/latest").arg(service.serverPort());
+
         UpdateChecker checker(nullptr, expected == "Operation canceled" ? 200ms : 15s);
-        QByteArrayList heard;
-        connect(&checker, &UpdateChecker::updateAvailable, this,
-                [&](const UpdateInfo& info) { heard += "available " + info.latestVersion.toUtf8(); });
+        QStringList heard;
+        connect(&checker, &UpdateChecker::updateAvailable, this, [&](const UpdateInfo& info) {
+            heard += QStringList({info.latestVersion, info.downloadUrl, info.notes, info.notesUrl, info.releaseDate,
+                                  info.minSupportedVersion, info.critical ? "critical" : ""})
+                         .join(u'|');
+        });
         connect(&checker, &UpdateChecker::upToDate, this, [&] { heard += "up to date"; });
-        connect(&checker, &UpdateChecker::checkFailed, this, [&](const QString& reason) { heard += reason.toUtf8(); });
+        connect(&checker, &UpdateChecker::checkFailed, this, [&](const QString& reason) { heard += reason; });
         checker.check(true);
-        QVERIFY(checker.isChecking());
         checker.check(false); // ignored
         QTRY_COMPARE_WITH_TIMEOUT(heard.size(), 1, 20'000);
-        if (expected.startsWith('*'))
-            QVERIFY2(heard.at(0).endsWith(expected.mid(1)), heard.at(0));
-        else
-            QCOMPARE(heard.at(0), expected);
+        QCOMPARE(expected.startsWith(u'*') ? u'*' + heard.at(0).right(expected.size() - 1) : heard.at(0), expected);
         QVERIFY(!checker.isChecking());
         QVERIFY(qAbs(AppSettings::instance().lastCheck.secsTo(QDateTime::currentDateTime())) < 60);
-    }
-
-    void question()
-    {
-        m_service->answer =
-            http("200 OK", R"({"latest_version": "2", "download_url": "d", "notes": "<b>ü</b>", "notes_url": "n",
-            "release_date": "2026-11-22", "min_supported_version": "1.0", "critical": true, "more": [1]})");
-        UpdateChecker checker;
-        QSignalSpy available(&checker, &UpdateChecker::updateAvailable);
-        checker.check(true);
-        QVERIFY(available.wait());
-        const auto info = available.at(0).at(0).value<UpdateInfo>();
-        QCOMPARE(QStringList({info.latestVersion, info.downloadUrl, info.notes, info.notesUrl, info.releaseDate,
-                              info.minSupportedVersion})
-                     .join(u'|'),
-                 QStringLiteral("2|d|<b>ü</b>|n|2026-11-22|1.0"));
-        QVERIFY(info.critical);
-        QCOMPARE(available.at(0).at(1).toBool(), true);
-        const QByteArray request = m_service->request;
         const QByteArray arch = QSysInfo::currentCpuArchitecture().toUtf8();
-        QVERIFY2(
-            request.startsWith("GET /api/latest.json?current=1.9.2&platform=windows&arch=" + arch + " HTTP/1.1\r\n"),
-            request);
-        QVERIFY2(request.contains("\r\nUser-Agent: Tidewell/1.9.2\r\n"), request);
+        const QByteArray line = "GET /latest?current=1.9.2&platform=windows&arch=" + arch + " HTTP/1.1\r\n";
+        QVERIFY2(requests.at(0).startsWith(line), requests.at(0));
+        QVERIFY2(requests.at(0).contains("\r\nUser-Agent: Tidewell/1.9.2\r\n"), requests.at(0));
         checker.check(false); // and dies meanwhile
     }
 
     void address()
     {
         QVERIFY(UpdateChecker::questionUrl({}).toString().startsWith(
-            QLatin1String("https://updates.quayside.example/api/latest.json?current=1.9.2&")));
-        AppSettings::instance().updateUrl = QStringLiteral("http://[x");
+            "https://updates.quayside.example/api/latest.json?current=1.9.2&"));
+        AppSettings::instance().updateUrl = "http://[x";
         UpdateChecker checker;
         QSignalSpy failed(&checker, &UpdateChecker::checkFailed);
-        checker.check(false);
-        QCOMPARE(failed, QList<QVariantList>({{QStringLiteral("The update URL is not valid."), false}}));
+        checker.check(true);
+        QCOMPARE(failed, QList<QVariantList>({{"The update URL is not valid.", true}}));
         QVERIFY(AppSettings::instance().lastCheck.isNull()); // nobody was asked
     }
 
@@ -177,20 +122,14 @@ private Q_SLOTS:
         QTest::addColumn<QString>("b");
         QTest::addColumn<int>("expected");
         const auto row = [](const char* a, const char* b, int expected) {
-            QTest::addRow("%s and %s", a, b) << QString::fromLatin1(a) << QString::fromLatin1(b) << expected;
+            QTest::addRow("%s and %s", a, b) << a << b << expected;
         };
         row("1.10", "1.9", 1);
-        row("1.2", "1.2.0", 0);
-        row("1.2-beta", "1.0", 0);
+        row("1..2", "1.2.0", 0);
         row("1.2-beta", "1.1", -1);
-        row("1..2", "1.2", 0);
-        row("", "0.0", 0);
-        row("", "0.0.1", -1);
-        row("2", "1.9.9", 1);
         row("v2.1", "1.0", -1);
-        row("1.20261122093000", "1.20261122092959", 1);
+        row("", "0.0.1", -1);
         row("1.-9223372036854775808", "1.9223372036854775807", -1);
-        row("1.99999999999999999999", "1.1", -1);
     }
     void versions()
     {
@@ -200,9 +139,6 @@ private Q_SLOTS:
         QCOMPARE(UpdateChecker::compareVersions(a, b), expected);
         QCOMPARE(UpdateChecker::compareVersions(b, a), -expected);
     }
-
-private:
-    std::unique_ptr<Service> m_service;
 };
 
 QTEST_GUILESS_MAIN(TestUpdateChecker)
