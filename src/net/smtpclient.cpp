@@ -9,22 +9,28 @@ SmtpClient::SmtpClient(QObject* parent, std::chrono::milliseconds replyTimeout) 
 {
     m_replyTimer.setInterval(replyTimeout);
     connect(&m_replyTimer, &QTimer::timeout, this, &SmtpClient::onTimeout);
-    connect(&m_socket, &QSslSocket::connected, this, &SmtpClient::onConnected);
-    connect(&m_socket, &QSslSocket::encrypted, this, &SmtpClient::onConnected);
-    connect(&m_socket, &QSslSocket::readyRead, this, &SmtpClient::onReadyRead);
-    connect(&m_socket, &QSslSocket::errorOccurred, this, &SmtpClient::onErrored);
 }
 
 SmtpClient::~SmtpClient()
 {
-    m_socket.disconnect(this);
-    m_socket.abort();
+    if (m_socket)
+        m_socket->disconnect(this);
+}
+
+void SmtpClient::openSocket()
+{
+    if (m_socket)
+        m_socket->disconnect(this);
+    m_socket.reset(new QSslSocket);
+    connect(m_socket.get(), &QSslSocket::connected, this, &SmtpClient::onConnected);
+    connect(m_socket.get(), &QSslSocket::encrypted, this, &SmtpClient::onConnected);
+    connect(m_socket.get(), &QSslSocket::readyRead, this, &SmtpClient::onReadyRead);
+    connect(m_socket.get(), &QSslSocket::errorOccurred, this, &SmtpClient::onErrored);
 }
 
 void SmtpClient::send(const SmtpConfig& config, const QString& to, const QString& subject, const QString& body)
 {
-    m_state = State::Finished; // of the attempt before, so that nothing its end still signals counts for this one
-    m_socket.abort();
+    openSocket();
     m_replies = SmtpReplyReader();
     m_config = config;
     m_mail = {to, subject, body};
@@ -35,36 +41,34 @@ void SmtpClient::send(const SmtpConfig& config, const QString& to, const QString
     }
     m_replyTimer.start();
     if (SmtpDialogue::tlsFromTheFirstByte(config))
-        m_socket.connectToHostEncrypted(config.host, quint16(config.port));
+        m_socket->connectToHostEncrypted(config.host, quint16(config.port));
     else
-        m_socket.connectToHost(config.host, quint16(config.port));
+        m_socket->connectToHost(config.host, quint16(config.port));
 }
 
 void SmtpClient::onConnected()
 {
-    if (m_state != State::Finished)
-        m_replyTimer.start();
+    m_replyTimer.start();
 }
 
 void SmtpClient::onReadyRead()
 {
-    const QByteArray bytes = m_socket.readAll();
-    if (m_state == State::Finished)
-        return;
-    m_replies.append(bytes);
+    const QSslSocket* const attempt = m_socket.get();
+    m_replies.append(m_socket->readAll());
     while (const auto reply = m_replies.next()) {
         onReply(*reply);
-        if (m_state == State::Finished)
+        if (m_socket.get() != attempt) // it has ended, and perhaps another one has begun
             return;
     }
 }
 
 void SmtpClient::onReply(const SmtpReply& reply)
 {
-    const auto next = SmtpDialogue::next(m_state, reply.code, m_config, m_socket.isEncrypted());
+    const auto next = SmtpDialogue::next(m_state, reply.code, m_config, m_socket->isEncrypted());
     if (!next) {
-        const QString line =
-            m_state >= State::Password ? SmtpDialogue::withoutPassword(reply.line, m_config.password) : reply.line;
+        const QString line = m_state >= State::Password && !m_config.user.isEmpty()
+                                 ? SmtpDialogue::withoutPassword(reply.line, m_config.password)
+                                 : reply.line;
         finish(false, m_state == State::Password ? tr("Authentication failed: %1").arg(line) : line);
         return;
     }
@@ -76,21 +80,24 @@ void SmtpClient::onReply(const SmtpReply& reply)
     if (m_state == State::EhloOverTls) {
         // What came in the clear behind the reply may be anybody's (RFC 3207, 4.2).
         m_replies = SmtpReplyReader();
-        m_socket.startClientEncryption();
-        if (m_state == State::Finished)
+        const QSslSocket* const attempt = m_socket.get();
+        m_socket->startClientEncryption();
+        if (m_socket.get() != attempt)
             return;
     }
-    m_socket.write(
+    // Only here, not by every line that comes: a reply without end shall end. Before the write, which may find that the
+    // connection is lost.
+    m_replyTimer.start();
+    m_socket->write(
         SmtpDialogue::command(m_state, m_config, m_mail, QHostInfo::localHostName(), QDateTime::currentDateTime()) +
         "\r\n");
-    m_socket.flush();
-    // Only here, not by every line that comes: a reply without end shall end.
-    m_replyTimer.start();
+    if (m_socket)
+        m_socket->flush();
 }
 
 void SmtpClient::onErrored()
 {
-    finish(false, m_socket.errorString());
+    finish(false, m_socket->errorString());
 }
 
 void SmtpClient::onTimeout()
@@ -100,13 +107,13 @@ void SmtpClient::onTimeout()
 
 void SmtpClient::finish(bool success, const QString& message)
 {
-    if (m_state == State::Finished)
-        return;
     m_state = State::Finished;
     m_replyTimer.stop();
+    const auto socket = std::move(m_socket);
+    socket->disconnect(this);
     if (success)
-        m_socket.disconnectFromHost();
+        socket->disconnectFromHost();
     else
-        m_socket.abort();
+        socket->abort();
     Q_EMIT finished(success, message);
 }

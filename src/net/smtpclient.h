@@ -4,11 +4,13 @@
 #include "net/smtpreplyreader.h"
 
 #include <QObject>
+#include <QScopedPointer>
 #include <QSslSocket>
 #include <QString>
 #include <QTimer>
 
 #include <chrono>
+#include <memory>
 
 /// Sends one short plain-text mail to one recipient and says once how that went. Never blocks; a server that is silent
 /// for 30 seconds ends the attempt, and one that talks without end does too.
@@ -26,7 +28,7 @@ public:
 
 Q_SIGNALS:
     /// Exactly once per send(), possibly before that returns. \param message a sentence for the operator, or the
-    /// server's own reply line; never with the password.
+    /// server's own reply line; never with the password. A slot may send() again, but deletes the client only later.
     void finished(bool success, const QString& message);
 
 private Q_SLOTS:
@@ -36,10 +38,12 @@ private Q_SLOTS:
     void onTimeout();
 
 private:
+    void openSocket();
     void onReply(const SmtpReply& reply);
     void finish(bool success, const QString& message);
 
-    QSslSocket m_socket;
+    /// One an attempt; null when none is under way. It may be its own signal that ends it, hence deleted later.
+    std::unique_ptr<QSslSocket, QScopedPointerDeleteLater> m_socket;
     QTimer m_replyTimer;
     SmtpConfig m_config;
     SmtpMail m_mail;
