@@ -82,8 +82,8 @@ private Q_SLOTS:
         });
         AppSettings::instance().updateUrl = QStringLiteral("http://127.0.0.1:%1/latest").arg(service.serverPort());
 
-        UpdateChecker checker(nullptr, expected == "Operation canceled" ? 200ms : 15s);
         QStringList heard;
+        UpdateChecker checker(nullptr, expected == "Operation canceled" ? 200ms : 15s);
         connect(&checker, &UpdateChecker::updateAvailable, this, [&](const UpdateInfo& info) {
             heard += QStringList({info.latestVersion, info.downloadUrl, info.notes, info.notesUrl, info.releaseDate,
                                   info.minSupportedVersion, info.critical ? "critical" : ""})
