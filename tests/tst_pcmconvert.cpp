@@ -19,7 +19,7 @@ QByteArray rawBytes(Values... values)
 }
 
 struct Layout {
-    int bits;
+    int bits = 0;
     bool isFloat = false;
     int srcChannels = 1;
     int dstChannels = 1;
@@ -56,7 +56,10 @@ qint16 gained(double x, const GainStage& stage)
         if (stage.limiter)
             y = std::copysign(29203.0 + 3564.0 * std::tanh((magnitude - 29203.0) / 3564.0), y);
     }
-    return qint16(std::round(qBound(-32768.0, y, 32767.0)));
+    // Not std::round(): on Windows it makes 1 of 0.49999999999999994.
+    y = qBound(-32768.0, y, 32767.0);
+    const double whole = std::trunc(y);
+    return qint16(std::fabs(y - whole) < 0.5 ? whole : whole + std::copysign(1.0, y));
 }
 
 Samples reference(const QByteArray& in, const Layout& layout, const GainStage& stage)

@@ -1,3 +1,4 @@
+// The peers here live as long as the test that they are connected in. clazy:excludeall=lambda-in-connect
 #include "app/appsettings.h"
 #include "net/updatechecker.h"
 

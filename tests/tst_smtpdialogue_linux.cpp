@@ -182,4 +182,4 @@ private:
 };
 
 QTEST_GUILESS_MAIN(TestSmtpClient)
-#include "tst_smtpclient.moc"
+#include "tst_smtpdialogue_linux.moc"
