@@ -32,7 +32,7 @@ bool PulseRig::start()
     m_server->setProcessChannelMode(QProcess::ForwardedChannels);
     m_server->start(QStringLiteral(QT_TESTCASE_SOURCEDIR "/support/pulseserver"), {m_folder.path()});
     QElapsedTimer waited;
-    for (waited.start(); waited.elapsed() < 10'000 && !answers();)
+    for (waited.start(); waited.elapsed() < 30'000 && !answers();)
         QThread::msleep(50);
     return answers();
 }
