@@ -52,19 +52,19 @@ int runEngines(const QDateTime& until, const QString& folder)
     };
     // How long it recorded, by the clock.
     qint64 since = 0;
-    QObject::connect(&recorder, &Recorder::recordingChanged, [&](bool on) {
+    QObject::connect(&recorder, &Recorder::recordingChanged, &recorder, [&](bool on) {
         const qint64 now = QDateTime::currentSecsSinceEpoch();
         if (!on)
             std::fprintf(stderr, "%lld\n", static_cast<long long>((now - since + 30) / 60));
         since = now;
     });
-    QObject::connect(&recorder, &Recorder::logMessage, tell);
-    QObject::connect(&recorder, &Recorder::errorOccurred, tell);
-    QObject::connect(&housekeeper, &Housekeeper::logMessage, tell);
+    QObject::connect(&recorder, &Recorder::logMessage, &recorder, tell);
+    QObject::connect(&recorder, &Recorder::errorOccurred, &recorder, tell);
+    QObject::connect(&housekeeper, &Housekeeper::logMessage, &housekeeper, tell);
 
     // The engines' own timers would look once an hour of this clock, and less.
     QTimer look;
-    QObject::connect(&look, &QTimer::timeout, [&] {
+    QObject::connect(&look, &QTimer::timeout, &look, [&] {
         controller.evaluate();
         housekeeper.runNow();
         if (QDateTime::currentDateTime() >= until)
