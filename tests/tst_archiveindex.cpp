@@ -123,7 +123,7 @@ void TestArchiveIndex::damagedIndexLosesNoFile()
 {
     Archive archive;
     archive.write("20240131-100000.wav");
-    for (const QByteArray json :
+    for (const char* const json :
          {R"([{"file":"20240131-100000.wav","start":"2024-0)", R"({"records":{"file":"x.wav"}})"}) {
         archive.write("records.json", json);
         archive.index.setFolder(archive.dir.path());
