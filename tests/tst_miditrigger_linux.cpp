@@ -61,7 +61,7 @@ void TestMidiTrigger::followsNotesAndControllers()
         keyboard->setErrorCallback(
             [](RtMidiError::Type type, const std::string&, void*) { failed = failed || type > 1; });
         keyboard->openVirtualPort("out");
-        return !failed && MidiTrigger::devices().size() > 0;
+        return !failed && !MidiTrigger::devices().isEmpty();
     };
     QTRY_VERIFY_WITH_TIMEOUT(connected(), 15'000);
 
@@ -78,8 +78,8 @@ void TestMidiTrigger::followsNotesAndControllers()
     QVERIFY2(trigger.start(), qPrintable(story.join(u'|')));
     QCOMPARE(story.takeFirst(), "Trigger listening on MIDI input, number 60, channel 10");
 
-    const auto send = [&](std::vector<unsigned char> bytes) { keyboard->sendMessage(&bytes); };
-    const auto arrives = [&](std::vector<unsigned char> bytes) {
+    const auto send = [&](const std::vector<unsigned char>& bytes) { keyboard->sendMessage(&bytes); };
+    const auto arrives = [&](const std::vector<unsigned char>& bytes) {
         send(bytes);
         return QTest::qWaitFor([&] { return !story.isEmpty(); }, 200);
     };
