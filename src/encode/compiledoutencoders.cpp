@@ -6,22 +6,8 @@ bool LameEncoder::open(const QString&, const PcmFormat&)
     return false;
 }
 
-bool LameEncoder::write(const QByteArray&)
-{
-    return false;
-}
-
-void LameEncoder::close() {}
-
 bool VorbisEncoder::open(const QString&, const PcmFormat&)
 {
     m_errorString = tr("This build was compiled without Ogg Vorbis support.");
     return false;
 }
-
-bool VorbisEncoder::write(const QByteArray&)
-{
-    return false;
-}
-
-void VorbisEncoder::close() {}
