@@ -16,6 +16,7 @@ namespace {
 
 constexpr char BuiltInUrl[] = "https://updates.quayside.example/api/latest.json";
 constexpr qint64 MaxBody = qint64(1024) * 1024; // bytes; a real answer has a few hundred
+constexpr qint64 MinSecondsBetweenChecks = 20 * 3600;
 
 } // namespace
 
@@ -39,6 +40,12 @@ std::optional<UpdateInfo> UpdateInfo::fromJson(const QByteArray& json)
 
 UpdateChecker::UpdateChecker(QObject* parent, std::chrono::milliseconds timeout) : QObject(parent), m_timeout(timeout)
 {
+}
+
+bool UpdateChecker::isDue(const QDateTime& lastCheck, const QDateTime& now)
+{
+    // A last check in the future was made with a wrong clock.
+    return !lastCheck.isValid() || lastCheck > now || lastCheck.secsTo(now) >= MinSecondsBetweenChecks;
 }
 
 QUrl UpdateChecker::questionUrl(const QString& setting)

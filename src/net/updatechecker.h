@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QDateTime>
 #include <QMetaType>
 #include <QNetworkAccessManager>
 #include <QNetworkReply>
@@ -37,6 +38,9 @@ public:
     /// the settings is the receiver's. \param silent handed on to the signals.
     void check(bool silent);
     bool isChecking() const { return m_reply != nullptr; }
+
+    /// Whether the check at the program's start is worth a question: not within 20 hours of the last one.
+    static bool isDue(const QDateTime& lastCheck, const QDateTime& now);
 
     /// The service's address with the question in its query. \param setting empty: the built-in address.
     static QUrl questionUrl(const QString& setting);

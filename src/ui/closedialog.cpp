@@ -6,6 +6,13 @@
 #include <QPushButton>
 #include <QVBoxLayout>
 
+std::optional<CloseDialog::Choice> CloseDialog::settled(int closeAction, bool hasTray)
+{
+    if (closeAction != Minimise && closeAction != Exit)
+        return std::nullopt;
+    return hasTray ? Choice(closeAction) : Exit;
+}
+
 CloseDialog::CloseDialog(bool hasTray, bool recording, QWidget* parent)
     : QDialog(parent), m_remember(new QCheckBox(tr("Remember my choice and stop asking")))
 {

@@ -1,6 +1,10 @@
 #include "ui/loglist.h"
 
 #include <QDateTime>
+#include <QLoggingCategory>
+
+// What the operator sees, a service manager or a terminal gets too.
+Q_LOGGING_CATEGORY(lcLog, "tidewell.log")
 
 LogList::LogList(QWidget* parent) : QListWidget(parent)
 {
@@ -18,14 +22,21 @@ LogList::LogList(QWidget* parent) : QListWidget(parent)
 
 void LogList::append(const QString& text)
 {
-    addItem(QDateTime::currentDateTime().toString(QStringLiteral("[yyyy-MM-dd HH:mm:ss] ")) + text);
-    while (count() > MaxLines)
-        delete takeItem(0);
-    scrollToBottom();
+    qCInfo(lcLog).noquote() << text;
+    add(text);
 }
 
 void LogList::appendError(const QString& text)
 {
-    append(text);
+    qCWarning(lcLog).noquote() << text;
+    add(text);
     item(count() - 1)->setForeground(QColor(180, 0, 0));
+}
+
+void LogList::add(const QString& text)
+{
+    addItem(QDateTime::currentDateTime().toString(QStringLiteral("[yyyy-MM-dd HH:mm:ss] ")) + text);
+    while (count() > MaxLines)
+        delete takeItem(0);
+    scrollToBottom();
 }

@@ -2,63 +2,69 @@
 
 #include "app/appsettings.h"
 #include "archive/archiveindex.h"
+#include "archive/housekeeper.h"
+#include "encode/codecs.h"
 #include "engine/recorder.h"
-#include "ui/closedialog.h"
+#include "engine/schedulecontroller.h"
+#include "net/silencealert.h"
+#include "net/updatechecker.h"
+#include "triggers/triggercontroller.h"
+#include "ui/aboutdialog.h"
+#include "ui/capturediagnostics.h"
+#include "ui/controlstyles.h"
 #include "ui/loglist.h"
+#include "ui/schedulerdialog.h"
+#include "ui/statustexts.h"
+#include "ui/trayicon.h"
+#include "ui/updatedialog.h"
+#include "ui/vfdpanel.h"
 
 #include <QAction>
+#include <QCheckBox>
+#include <QClipboard>
 #include <QCloseEvent>
-#include <QCoreApplication>
 #include <QFileInfo>
+#include <QGuiApplication>
 #include <QHBoxLayout>
 #include <QIcon>
 #include <QLabel>
 #include <QLocale>
 #include <QMenuBar>
+#include <QMessageBox>
 #include <QPushButton>
 #include <QStatusBar>
 #include <QVBoxLayout>
 
-#include <utility>
+#include <chrono>
+
+using namespace std::chrono_literals;
 
 namespace {
 
-const QString IdleButtonStyle = QStringLiteral(
-    "QPushButton {  padding: 6px 18px;  border: 1px solid #2e7d4f;  border-radius: 4px;  background: #14361f;  "
-    "color: #6ee7a0;  font-weight: 700;}QPushButton:hover  { background: #1a4a2a; border-color: #6ee7a0; }"
-    "QPushButton:pressed{ background: #0e2415; }");
-const QString RecordingButtonStyle = QStringLiteral(
-    "QPushButton {  padding: 6px 18px;  border: 1px solid #d0403a;  border-radius: 4px;  background: #4a1512;  "
-    "color: #ff8a80;  font-weight: 700;}QPushButton:hover  { background: #5e1a16; border-color: #ff4838; }"
-    "QPushButton:pressed{ background: #350d0b; }");
+constexpr auto StatusInterval = 30s;
+constexpr auto StartupCheckDelay = 8s;
+constexpr qint64 OverloadLineMs = 60'000;
+constexpr int BalloonMs = 4000;
+constexpr int SilenceBalloonMs = 10'000;
 
-QString clockText(qint64 ms)
+QString styleSheet(const char* text)
 {
-    const auto twoDigits = [](qint64 value) { return QStringLiteral("%1").arg(value, 2, 10, QLatin1Char('0')); };
-    return QStringLiteral("%1:%2:%3")
-        .arg(twoDigits(ms / 3'600'000), twoDigits(ms / 60'000 % 60), twoDigits(ms / 1000 % 60));
+    return QString::fromLatin1(text);
 }
 
 } // namespace
 
-MainWindow::MainWindow(QWidget* parent)
-    : QMainWindow(parent), m_settings(AppSettings::instance()), m_archive(new ArchiveIndex(this))
+MainWindow::MainWindow(QWidget* parent) : QMainWindow(parent), m_settings(AppSettings::instance())
 {
-    m_archive->setFolder(m_settings.outputFolder);
-    m_recorder = new Recorder(m_archive, this);
-
+    createEngines();
     setWindowTitle(tr("Tidewell"));
     setWindowIcon(QIcon(QStringLiteral(":/branding/icon.png")));
     buildCentralWidget();
     buildMenus();
+    buildTray();
     buildStatusBar();
     connectEngines();
-    onRecordingChanged(false);
-    statusBar()->showMessage(tr("Ready"));
-
-    m_log->append(tr("Tidewell started"));
-    if (!m_settings.geometry.isEmpty())
-        restoreGeometry(m_settings.geometry);
+    startRunning();
 }
 
 MainWindow::~MainWindow()
@@ -69,47 +75,94 @@ MainWindow::~MainWindow()
     m_settings.save();
 }
 
+void MainWindow::createEngines()
+{
+    m_archive = new ArchiveIndex(this);
+    m_archive->setFolder(m_settings.outputFolder);
+    m_recorder = new Recorder(m_archive, this);
+    m_schedule = new ScheduleController(m_recorder, this);
+    m_housekeeper = new Housekeeper(m_archive, this);
+    m_updates = new UpdateChecker(this);
+    m_trigger = new TriggerController(m_recorder, this);
+
+    m_silenceAlert = new SilenceAlert(this);
+    m_diagnostics = new CaptureDiagnostics(m_recorder, this);
+}
+
 void MainWindow::buildCentralWidget()
 {
-    m_recordButton = new QPushButton;
-    connect(m_recordButton, &QPushButton::clicked, this, &MainWindow::toggleRecording);
-    m_elapsedLabel = new QLabel;
-    m_levelLabel = new QLabel;
-    // A fixed place: a text that grows and shrinks five times a second would lay out the whole row each time.
-    m_levelLabel->setFixedWidth(fontMetrics().horizontalAdvance(QStringLiteral("-00 / -00 dBFS0")));
-
-    auto* controls = new QHBoxLayout;
-    controls->addWidget(m_recordButton);
-    controls->addWidget(m_elapsedLabel);
-    controls->addWidget(m_levelLabel);
-    controls->addStretch();
-
+    m_panel = new VfdPanel;
     m_log = new LogList;
+    m_log->setAccessibleName(tr("Log"));
+
     auto* central = new QWidget;
     auto* layout = new QVBoxLayout(central);
-    layout->addLayout(controls);
-    layout->addWidget(m_log);
+    layout->addWidget(m_panel);
+    layout->addLayout(buildControls());
+    layout->addWidget(m_log, 1);
     setCentralWidget(central);
-    resize(720, 420);
+    resize(900, 520);
+}
+
+QLayout* MainWindow::buildControls()
+{
+    m_recordButton = new QPushButton(tr("● &Record"));
+    m_recordButton->setStyleSheet(styleSheet(ControlStyles::IdleRecordButton));
+    connect(m_recordButton, &QPushButton::clicked, this, &MainWindow::toggleRecording);
+
+    m_autoBox = new QCheckBox(tr("A&uto"));
+    m_autoBox->setToolTip(tr("Record in the hours that are marked in the scheduler"));
+    connect(m_autoBox, &QCheckBox::toggled, this, &MainWindow::toggleAuto);
+
+    auto* scheduler = new QPushButton(tr("Sc&heduler"));
+    scheduler->setStyleSheet(styleSheet(ControlStyles::Button));
+    connect(scheduler, &QPushButton::clicked, this, &MainWindow::openScheduler);
+
+    auto* row = new QHBoxLayout;
+    for (QWidget* control : std::initializer_list<QWidget*>{m_recordButton, m_autoBox, scheduler})
+        row->addWidget(control);
+    row->addStretch();
+    return row;
 }
 
 void MainWindow::buildMenus()
 {
     QMenu* menu = menuBar()->addMenu(tr("&Tidewell"));
-    menu->addAction(tr("Start/stop &recording"), this, &MainWindow::toggleRecording);
+    menu->addAction(tr("Sc&heduler..."), QKeySequence(Qt::CTRL | Qt::Key_H), this, &MainWindow::openScheduler);
     menu->addSeparator();
-    menu->addAction(tr("E&xit"), this, [this] {
-        m_exitRequested = true;
-        close();
-    });
+    menu->addAction(tr("Start/stop &recording"), QKeySequence(Qt::CTRL | Qt::Key_R), this,
+                    &MainWindow::toggleRecording);
+    menu->addSeparator();
+    menu->addAction(tr("E&xit"), QKeySequence(Qt::CTRL | Qt::Key_Q), this, &MainWindow::requestExit);
+
+    QMenu* help = menuBar()->addMenu(tr("&Help"));
+    help->addAction(tr("Check for &Updates..."), this, &MainWindow::checkForUpdates);
+    help->addAction(tr("Capture &Diagnostics"), this, &MainWindow::runCaptureDiagnostics);
+    help->addAction(tr("&About Tidewell"), this, &MainWindow::showAbout);
+}
+
+void MainWindow::buildTray()
+{
+    m_tray = TrayIcon::create(this);
+    if (!m_tray)
+        return;
+    connect(m_tray, &TrayIcon::showRequested, this, &MainWindow::bringToFront);
+    connect(m_tray, &TrayIcon::toggleRequested, this, &MainWindow::toggleRecording);
+    connect(m_tray, &TrayIcon::exitRequested, this, &MainWindow::requestExit);
 }
 
 void MainWindow::buildStatusBar()
 {
-    m_fileLabel = new QLabel;
-    m_fileLabel->setTextFormat(Qt::PlainText);
-    statusBar()->addPermanentWidget(m_fileLabel);
-    statusBar()->addPermanentWidget(new QLabel(QStringLiteral("v") + QCoreApplication::applicationVersion()));
+    statusBar()->showMessage(tr("Ready"));
+    m_triggerLabel = new QLabel;
+    statusBar()->addPermanentWidget(m_triggerLabel);
+
+    const QString version = QCoreApplication::applicationVersion();
+    auto* versionLabel =
+        new QLabel(tr("<a href=\"update\" style=\"text-decoration:none; color:palette(link)\">v%1</a>").arg(version));
+    versionLabel->setToolTip(tr("Version %1 - click to check for updates").arg(version));
+    connect(versionLabel, &QLabel::linkActivated, this, &MainWindow::checkForUpdates);
+    statusBar()->addPermanentWidget(versionLabel);
 }
 
 void MainWindow::connectEngines()
@@ -117,13 +170,89 @@ void MainWindow::connectEngines()
     connect(m_recorder, &Recorder::recordingChanged, this, &MainWindow::onRecordingChanged);
     connect(m_recorder, &Recorder::elapsedChanged, this, &MainWindow::onElapsedChanged);
     connect(m_recorder, &Recorder::channelLevels, this, &MainWindow::onChannelLevels);
-    connect(m_recorder, &Recorder::logMessage, m_log, &LogList::append);
-    connect(m_recorder, &Recorder::errorOccurred, m_log, &LogList::appendError);
+    connect(m_recorder, &Recorder::logMessage, this, &MainWindow::appendLog);
+    connect(m_recorder, &Recorder::errorOccurred, this, &MainWindow::appendError);
+    connect(m_recorder, &Recorder::silenceDetected, this, &MainWindow::onSilenceDetected);
+    connect(m_recorder, &Recorder::audioRestored, this, &MainWindow::onAudioRestored);
     connect(m_recorder, &Recorder::fileStarted, this,
-            [this](const QString& path) { m_fileLabel->setText(QFileInfo(path).fileName()); });
+            [this](const QString& path) { m_panel->setFileText(QFileInfo(path).fileName()); });
     connect(m_recorder, &Recorder::fileFinished, this, [this](const RecordInfo& info) {
-        m_log->append(tr("Saved %1 (%2)").arg(info.fileName, locale().formattedDataSize(info.bytes)));
+        appendLog(tr("Saved %1 (%2)").arg(info.fileName, locale().formattedDataSize(info.bytes)));
     });
+    connect(m_schedule, &ScheduleController::logMessage, this, &MainWindow::appendLog);
+    connect(m_housekeeper, &Housekeeper::logMessage, this, &MainWindow::appendLog);
+    connect(m_recorder, &Recorder::overloadDetected, this, &MainWindow::onOverload);
+    connect(m_recorder, &Recorder::audioReceived, m_diagnostics, &CaptureDiagnostics::addBuffer);
+    connect(m_recorder, &Recorder::channelLevels, m_diagnostics, &CaptureDiagnostics::addLevels);
+    connect(m_trigger, &TriggerController::logMessage, this, &MainWindow::appendLog);
+    connect(m_trigger, &TriggerController::triggerStateChanged, this, &MainWindow::showTriggerState);
+    connect(m_updates, &UpdateChecker::updateAvailable, this, &MainWindow::onUpdateAvailable);
+    connect(m_updates, &UpdateChecker::upToDate, this, &MainWindow::onUpToDate);
+    connect(m_updates, &UpdateChecker::checkFailed, this, &MainWindow::onUpdateCheckFailed);
+    connect(&m_statusTimer, &QTimer::timeout, this, &MainWindow::refreshStatus);
+
+    connect(m_silenceAlert, &SilenceAlert::logMessage, this, &MainWindow::appendLog);
+    connect(m_diagnostics, &CaptureDiagnostics::finished, this, &MainWindow::reportDiagnostics);
+    // The end of the session comes this way, without a close event that could be refused.
+    connect(qApp, &QCoreApplication::aboutToQuit, this, [this] { m_recorder->stop(tr("exit")); });
+}
+
+void MainWindow::startRunning()
+{
+    m_statusTimer.start(StatusInterval);
+    synchroniseAutoMode();
+    appendLog(tr("Tidewell started"));
+    m_trigger->reload();
+    showTriggerState();
+    if (!m_settings.geometry.isEmpty())
+        restoreGeometry(m_settings.geometry);
+    QTimer::singleShot(0, m_schedule, &ScheduleController::evaluate);
+    armStartupUpdateCheck();
+}
+
+void MainWindow::armStartupUpdateCheck()
+{
+    if (m_settings.checkAtStartup && UpdateChecker::isDue(m_settings.lastCheck, QDateTime::currentDateTime()))
+        QTimer::singleShot(StartupCheckDelay, m_updates, [this] { m_updates->check(true); });
+}
+
+void MainWindow::synchroniseAutoMode()
+{
+    const QSignalBlocker quiet(m_autoBox);
+    m_autoBox->setChecked(m_settings.autoMode);
+    m_schedule->setEnabled(m_settings.autoMode);
+    m_panel->setAutoMode(m_settings.autoMode);
+    showTriggerState();
+    refreshStatus();
+}
+
+void MainWindow::showTriggerState()
+{
+    const bool configured = m_trigger->hasSource();
+    m_panel->setTriggerState(configured, m_trigger->isActive());
+    m_triggerLabel->setText(!configured             ? tr("Trigger: none")
+                            : m_trigger->isActive() ? tr("Trigger: ON")
+                                                    : tr("Trigger: off"));
+}
+
+void MainWindow::openScheduler()
+{
+    SchedulerDialog dialog(m_settings.schedule, this);
+    if (dialog.exec() != QDialog::Accepted)
+        return;
+    m_settings.schedule = dialog.schedule();
+    m_settings.save();
+    appendLog(tr("Schedule updated"));
+    m_schedule->evaluate();
+    refreshStatus();
+}
+
+void MainWindow::toggleAuto(bool on)
+{
+    m_settings.autoMode = on;
+    m_settings.save();
+    m_schedule->setEnabled(on);
+    m_panel->setAutoMode(on);
 }
 
 void MainWindow::toggleRecording()
@@ -136,57 +265,217 @@ void MainWindow::toggleRecording()
 
 void MainWindow::onRecordingChanged(bool recording)
 {
+    m_panel->setRecording(recording);
     m_recordButton->setText(recording ? tr("■ &Stop") : tr("● &Record"));
-    m_recordButton->setStyleSheet(recording ? RecordingButtonStyle : IdleButtonStyle);
+    m_recordButton->setStyleSheet(
+        styleSheet(recording ? ControlStyles::RecordingButton : ControlStyles::IdleRecordButton));
     statusBar()->showMessage(recording ? tr("Recording") : tr("Idle"));
     if (!recording) {
-        m_levelsAreNew = false;
-        onElapsedChanged(0);
-        m_levelLabel->clear();
-        m_fileLabel->clear();
+        m_panel->setElapsedMs(0);
+        m_panel->resetLevels();
+        m_panel->setFileText({});
     }
+    if (m_tray)
+        m_tray->setRecording(recording);
+    refreshStatus();
 }
 
 void MainWindow::onElapsedChanged(qint64 ms)
 {
-    m_elapsedLabel->setText(clockText(ms));
-    if (std::exchange(m_levelsAreNew, false))
-        m_levelLabel->setText(tr("%1 / %2 dBFS").arg(m_leftDb, 0, 'f', 0).arg(m_rightDb, 0, 'f', 0));
+    m_panel->setElapsedMs(ms);
 }
 
-/// Fifty readings come in a second; they are shown with the clock, five times a second.
 void MainWindow::onChannelLevels(double leftPeakDb, double rightPeakDb)
 {
-    m_leftDb = m_levelsAreNew ? qMax(m_leftDb, leftPeakDb) : leftPeakDb;
-    m_rightDb = m_levelsAreNew ? qMax(m_rightDb, rightPeakDb) : rightPeakDb;
-    m_levelsAreNew = true;
+    m_panel->setLevels(leftPeakDb, rightPeakDb);
+}
+
+void MainWindow::onSilenceDetected(int seconds)
+{
+    appendError(tr("Silence detected (longer than %n second(s))", nullptr, seconds));
+    if (m_tray)
+        m_tray->showWarning(tr("Silence detected on the recorded source."), SilenceBalloonMs);
+    m_silenceAlert->send({seconds, m_recorder->sourceDescription(), m_recorder->currentFilePath()});
+}
+
+void MainWindow::onAudioRestored()
+{
+    appendLog(tr("Audio restored"));
+}
+
+void MainWindow::onOverload()
+{
+    m_panel->flashOverload();
+    if (m_sinceOverloadLine.isValid() && !m_sinceOverloadLine.hasExpired(OverloadLineMs))
+        return;
+    m_sinceOverloadLine.start();
+    appendLog(tr("Input above full scale - peaks are being limited. Reduce the input gain if this persists."));
+}
+
+void MainWindow::appendLog(const QString& text)
+{
+    m_log->append(text);
+}
+
+void MainWindow::appendError(const QString& text)
+{
+    m_log->appendError(text);
+}
+
+void MainWindow::refreshStatus()
+{
+    m_panel->setSourceText(StatusTexts::source(m_settings, QString::fromUtf8(m_settings.playbackId)));
+    m_panel->setCodecText(StatusTexts::codec(m_settings));
+    m_panel->setSchedule(m_settings.schedule);
+    m_panel->setDiskText(
+        StatusTexts::diskLeft(StatusTexts::freeBytes(m_settings.outputFolder), estimatedBytesPerSecond(m_settings)));
+}
+
+void MainWindow::showAbout()
+{
+    AboutDialog(this).exec();
+}
+
+void MainWindow::runCaptureDiagnostics()
+{
+    if (m_diagnostics->isRunning())
+        return;
+    if (!m_recorder->isRecording()) {
+        tell(QMessageBox::Information, tr("Capture Diagnostics"),
+             tr("Start recording first - diagnostics measure the live capture path, which only runs while "
+                "recording."));
+        return;
+    }
+    m_diagnostics->start();
+    appendLog(tr("Capture diagnostics: measuring for 10 seconds..."));
+}
+
+void MainWindow::reportDiagnostics(const QStringList& lines)
+{
+    for (const QString& line : lines)
+        appendLog(line);
+    QGuiApplication::clipboard()->setText(lines.join(QLatin1Char('\n')));
+    statusBar()->showMessage(tr("Diagnostics copied to the clipboard"));
+}
+
+void MainWindow::checkForUpdates()
+{
+    if (m_updates->isChecking())
+        return;
+    appendLog(tr("Checking for updates..."));
+    m_updates->check(false);
+}
+
+void MainWindow::onUpdateAvailable(const UpdateInfo& info, bool silent)
+{
+    m_settings.save();
+    appendLog(tr("Update available: version %1").arg(info.latestVersion));
+    if (silent && !info.critical && info.latestVersion == m_settings.skippedVersion)
+        return;
+    auto* dialog = new UpdateDialog(info, this);
+    dialog->setAttribute(Qt::WA_DeleteOnClose);
+    connect(dialog, &UpdateDialog::skipRequested, this, [this, version = info.latestVersion] {
+        m_settings.skippedVersion = version;
+        m_settings.save();
+        appendLog(tr("Skipping version %1").arg(version));
+    });
+    dialog->open();
+}
+
+void MainWindow::onUpToDate(bool silent)
+{
+    m_settings.save();
+    if (!silent)
+        tell(QMessageBox::Information, tr("Check for Updates"),
+             tr("You are running the latest version (%1).").arg(QCoreApplication::applicationVersion()));
+}
+
+void MainWindow::onUpdateCheckFailed(const QString& reason, bool silent)
+{
+    m_settings.save();
+    appendLog(tr("Update check failed: %1").arg(reason));
+    if (!silent)
+        tell(QMessageBox::Warning, tr("Check for Updates"), tr("Could not check for updates.\n\n%1").arg(reason));
+}
+
+/// An answer to what the operator asked for. As plain text: it may quote a server.
+void MainWindow::tell(QMessageBox::Icon icon, const QString& title, const QString& text)
+{
+    QMessageBox box(icon, title, {}, QMessageBox::Ok, this);
+    box.setTextFormat(Qt::PlainText);
+    box.setText(text);
+    box.exec();
+}
+
+void MainWindow::bringToFront()
+{
+    showNormal();
+    raise();
+    activateWindow();
+}
+
+bool MainWindow::event(QEvent* event)
+{
+    // A pointer that passes over the menus would wipe "Recording" off the status bar.
+    if (event->type() == QEvent::StatusTip)
+        return true;
+    return QMainWindow::event(event);
+}
+
+void MainWindow::changeEvent(QEvent* event)
+{
+    QMainWindow::changeEvent(event);
+    // Hiding a window while it is told of its new state leaves some window managers confused.
+    if (event->type() == QEvent::WindowStateChange && m_tray && !m_settings.taskbarButton && isMinimized())
+        QTimer::singleShot(0, this, &QWidget::hide);
 }
 
 void MainWindow::closeEvent(QCloseEvent* event)
 {
-    const bool leave = m_exitRequested || m_settings.closeAction != 0 || confirmExit();
-    event->setAccepted(leave);
-    if (leave)
+    std::optional<CloseDialog::Choice> settled = CloseDialog::Exit;
+    if (!m_exitRequested)
+        settled = CloseDialog::settled(m_settings.closeAction, m_tray != nullptr);
+    const CloseDialog::Choice choice = settled ? *settled : askHowToClose();
+    event->setAccepted(choice == CloseDialog::Exit);
+    if (choice == CloseDialog::Exit)
         exit();
+    else if (choice == CloseDialog::Minimise)
+        minimiseToTray();
 }
 
-bool MainWindow::confirmExit()
+CloseDialog::Choice MainWindow::askHowToClose()
 {
-    CloseDialog dialog(false, m_recorder->isRecording(), this);
+    CloseDialog dialog(m_tray != nullptr, m_recorder->isRecording(), this);
     dialog.exec();
-    if (dialog.choice() != CloseDialog::Exit)
-        return false;
     if (dialog.remember()) {
-        m_settings.closeAction = 2;
+        m_settings.closeAction = dialog.choice();
         m_settings.save();
-        m_log->append(tr("Close button set to: %1").arg(tr("exit")));
+        appendLog(tr("Close button set to: %1")
+                      .arg(dialog.choice() == CloseDialog::Minimise ? tr("minimise to tray") : tr("exit")));
     }
-    return true;
+    return dialog.choice();
+}
+
+void MainWindow::requestExit()
+{
+    m_exitRequested = true;
+    close();
+}
+
+void MainWindow::minimiseToTray()
+{
+    hide();
+    if (m_tray)
+        m_tray->showInformation(m_recorder->isRecording() ? tr("Still recording. Double-click to reopen.")
+                                                          : tr("Still running. Double-click to reopen."),
+                                BalloonMs);
 }
 
 void MainWindow::exit()
 {
     m_recorder->stop(tr("exit"));
+    if (m_tray)
+        m_tray->hide();
     // Not quit(): that would ask the window once more whether it may be closed.
     QCoreApplication::exit();
 }

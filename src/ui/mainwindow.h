@@ -1,13 +1,28 @@
 #pragma once
 
+#include "ui/closedialog.h"
+
+#include <QElapsedTimer>
 #include <QMainWindow>
+#include <QMessageBox>
+#include <QTimer>
 
 class AppSettings;
 class ArchiveIndex;
+class CaptureDiagnostics;
+class Housekeeper;
 class LogList;
+class QCheckBox;
 class QLabel;
 class QPushButton;
 class Recorder;
+class ScheduleController;
+class SilenceAlert;
+class TrayIcon;
+class TriggerController;
+class UpdateChecker;
+class VfdPanel;
+struct UpdateInfo;
 
 /// The hub of the program: creates the engines, shows what they say and passes the operator's commands on to them.
 /// The engines never call the window.
@@ -22,32 +37,67 @@ public Q_SLOTS:
     void exit();
 
 private Q_SLOTS:
+    void openScheduler();
+    void toggleAuto(bool on);
     void toggleRecording();
     void onRecordingChanged(bool recording);
     void onElapsedChanged(qint64 ms);
     void onChannelLevels(double leftPeakDb, double rightPeakDb);
+    void onSilenceDetected(int seconds);
+    void onOverload();
+    void onAudioRestored();
+    void appendLog(const QString& text);
+    void appendError(const QString& text);
+    void refreshStatus();
+    void showAbout();
+    void runCaptureDiagnostics();
+    void checkForUpdates();
+    void onUpdateAvailable(const UpdateInfo& info, bool silent);
+    void onUpToDate(bool silent);
+    void onUpdateCheckFailed(const QString& reason, bool silent);
 
 protected:
+    void changeEvent(QEvent* event) override;
     void closeEvent(QCloseEvent* event) override;
+    bool event(QEvent* event) override;
 
 private:
+    void createEngines();
     void buildCentralWidget();
+    QLayout* buildControls();
     void buildMenus();
+    void buildTray();
     void buildStatusBar();
     void connectEngines();
-    bool confirmExit();
+    void startRunning();
+    void armStartupUpdateCheck();
+    void synchroniseAutoMode();
+    void showTriggerState();
+    void bringToFront();
+    void requestExit();
+    CloseDialog::Choice askHowToClose();
+    void minimiseToTray();
+    void tell(QMessageBox::Icon icon, const QString& title, const QString& text);
+    void reportDiagnostics(const QStringList& lines);
 
     AppSettings& m_settings;
-    ArchiveIndex* m_archive;
-    Recorder* m_recorder;
+    // The engines, in the order of their creation.
+    ArchiveIndex* m_archive = nullptr;
+    Recorder* m_recorder = nullptr;
+    ScheduleController* m_schedule = nullptr;
+    Housekeeper* m_housekeeper = nullptr;
+    UpdateChecker* m_updates = nullptr;
+    TriggerController* m_trigger = nullptr;
 
+    SilenceAlert* m_silenceAlert = nullptr;
+    CaptureDiagnostics* m_diagnostics = nullptr;
+    TrayIcon* m_tray = nullptr; ///< null where the desktop has no notification area
+    VfdPanel* m_panel = nullptr;
     QPushButton* m_recordButton = nullptr;
-    QLabel* m_elapsedLabel = nullptr;
-    QLabel* m_levelLabel = nullptr;
-    QLabel* m_fileLabel = nullptr;
+    QCheckBox* m_autoBox = nullptr;
     LogList* m_log = nullptr;
-    double m_leftDb = 0.0; ///< loudest since it was last shown
-    double m_rightDb = 0.0;
-    bool m_levelsAreNew = false;
+    QLabel* m_triggerLabel = nullptr;
+    QTimer m_statusTimer;
+    QElapsedTimer m_sinceOverloadLine; ///< invalid: none yet
     bool m_exitRequested = false;
 };

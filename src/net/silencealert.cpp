@@ -1,0 +1,58 @@
+#include "net/silencealert.h"
+
+#include "app/appsettings.h"
+#include "net/smtpclient.h"
+
+#include <utility>
+
+namespace {
+
+constexpr qint64 QuietSeconds = 15 * 60;
+constexpr int DefaultPort = 465;
+
+SmtpConfig smtpConfig(const AppSettings& settings)
+{
+    SmtpConfig config;
+    config.host = settings.smtpHost;
+    config.port = settings.smtpPort > 0 ? settings.smtpPort : DefaultPort;
+    config.user = settings.smtpUser;
+    config.password = settings.smtpPass;
+    config.from = settings.smtpFrom.isEmpty() ? settings.smtpUser : settings.smtpFrom;
+    config.tls = settings.smtpTls;
+    return config;
+}
+
+} // namespace
+
+SilenceAlert::SilenceAlert(QObject* parent, std::function<QDateTime()> now) : QObject(parent), m_now(std::move(now)) {}
+
+void SilenceAlert::send(const Event& event)
+{
+    const AppSettings& settings = AppSettings::instance();
+    if (!settings.silenceNotify || settings.smtpHost.isEmpty() || settings.alertEmail.isEmpty())
+        return;
+    const QDateTime now = m_now();
+    if (m_lastSent.isValid()) {
+        // A clock that was put back must not keep the alerts quiet for longer.
+        const qint64 passed = m_lastSent.secsTo(now);
+        if (passed >= 0 && passed < QuietSeconds)
+            return;
+    }
+    m_lastSent = now;
+
+    auto* client = new SmtpClient(this);
+    connect(client, &SmtpClient::finished, this, [this, client](bool success, const QString& message) {
+        Q_EMIT logMessage(success ? tr("Silence notification sent")
+                                  : tr("Silence notification failed: %1").arg(message));
+        client->deleteLater();
+    });
+    client->send(smtpConfig(settings), settings.alertEmail, settings.alertSubject, body(event, now));
+}
+
+QString SilenceAlert::body(const Event& event, const QDateTime& now) const
+{
+    return tr("Tidewell detected silence on the recorded source.\n\nTime: %1\nSource: %2\nThreshold: %3 dB for %4 "
+              "seconds\nCurrent file: %5\n")
+        .arg(now.toString(Qt::ISODate), event.source, QString::number(AppSettings::instance().silenceThresholdDb),
+             QString::number(event.seconds), event.file);
+}
