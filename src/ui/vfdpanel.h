@@ -1,0 +1,75 @@
+#pragma once
+
+#include "engine/schedule.h"
+#include "ui/meterballistics.h"
+#include "ui/vfdpainter.h"
+
+#include <QElapsedTimer>
+#include <QTimer>
+#include <QWidget>
+
+/// The instrument at the top of the window: clock, peak meter, lamps, today's schedule, disk and file. It holds what it
+/// is told and repaints a region only when something in it looks different.
+class VfdPanel : public QWidget {
+    Q_OBJECT
+public:
+    explicit VfdPanel(QWidget* parent = nullptr);
+
+public Q_SLOTS:
+    void setElapsedMs(qint64 ms);
+    /// In dBFS, as often as they come.
+    void setLevels(double leftPeakDb, double rightPeakDb);
+    void setRecording(bool recording);
+    void setAutoMode(bool on);
+    void setSourceText(const QString& text);
+    void setCodecText(const QString& text);
+    /// Empty while the free space is not known yet.
+    void setDiskText(const QString& text);
+    void setFileText(const QString& text);
+    /// Also to be called from time to time: the strip then moves on to the present hour and day.
+    void setSchedule(const Schedule& schedule);
+    /// Lights the clip lamp for two seconds.
+    void flashOverload();
+    void setTriggerState(bool configured, bool active);
+    void resetLevels();
+
+protected:
+    bool event(QEvent* event) override;
+    void paintEvent(QPaintEvent* event) override;
+
+private:
+    void prepareSurface();
+    void setText(QString& stored, const QString& text, QRectF VfdGeometry::Layout::*region);
+    void updateRegion(QRectF VfdGeometry::Layout::*region);
+    void updateMeter();
+    void decay();
+    void blink();
+    void clipTimeout();
+    bool isClipping() const;
+    VfdPainter::Lamps lamps() const;
+    VfdPainter::Today today() const;
+    QString toolTipAt(const QPoint& position, QRect* region) const;
+    void describe();
+
+    VfdPainter m_painter;
+    qint64 m_elapsedMs = 0;
+    MeterBallistics m_meter;
+    VfdGeometry::MeterLights m_lights; ///< painted, or about to be
+    bool m_recording = false;
+    bool m_auto = false;
+    bool m_triggerConfigured = false;
+    bool m_triggerActive = false;
+    bool m_blinkOn = true;
+    QString m_source;
+    QString m_codec;
+    QString m_disk;
+    QString m_file;
+    Schedule m_schedule;
+    VfdPainter::Today m_paintedToday;
+
+    QElapsedTimer m_clock;
+    QElapsedTimer m_sinceClip; ///< invalid before the first overload
+    QTimer m_decayTimer;       ///< runs while a level is above the floor
+    QTimer m_blinkTimer;       ///< runs while recording
+    QTimer m_clipTimer;
+};

@@ -1,0 +1,115 @@
+#include "ui/schedulerdialog.h"
+#include "ui/schedulergrid.h"
+
+#include <QHeaderView>
+#include <QPushButton>
+#include <QSignalSpy>
+#include <QTest>
+
+using Way = QList<QPoint>; // day and hour
+
+class TestScheduler : public QObject {
+    Q_OBJECT
+
+    std::unique_ptr<SchedulerGrid> m_grid;
+
+    int hours() const { return int(m_grid->schedule().toString().count(u'1')); }
+
+    static QPoint middle(const QHeaderView* header, int section)
+    {
+        const int at = header->sectionViewportPosition(section) + header->sectionSize(section) / 2;
+        return header->orientation() == Qt::Horizontal ? QPoint(at, 5) : QPoint(5, at);
+    }
+
+private Q_SLOTS:
+    void init()
+    {
+        m_grid = std::make_unique<SchedulerGrid>();
+        m_grid->resize(400, 300); // the last hours are out of sight
+        m_grid->show();
+    }
+
+    void drag_data()
+    {
+        QTest::addColumn<Qt::MouseButton>("button");
+        QTest::addColumn<Way>("way"); // pressed on the first, and each of the others is one move
+        QTest::addColumn<Way>("expected");
+        QTest::addColumn<int>("emitted"); // Monday's first two hours are marked before
+        const Way two{{0, 0}, {0, 1}};
+        QTest::newRow("fast") << Qt::LeftButton << Way{{6, 2}, {6, 5}} << two + Way{{6, 2}, {6, 3}, {6, 4}, {6, 5}}
+                              << 4;
+        QTest::newRow("outside") << Qt::LeftButton << Way{{6, 5}, {9, 5}, {9, 20}, {6, 20}} << two + Way{{6, 5}} << 1;
+        QTest::newRow("from a marked cell") << Qt::LeftButton << Way{{0, 1}, {0, 0}, {0, 3}} << Way{} << 2;
+        QTest::newRow("right, unmarked") << Qt::RightButton << Way{{1, 3}, {1, 5}} << two << 0;
+        QTest::newRow("right, on to marked") << Qt::RightButton << Way{{0, 3}, {0, 1}} << Way{{0, 0}} << 1;
+    }
+    void drag()
+    {
+        QFETCH(Qt::MouseButton, button);
+        QFETCH(Way, way);
+        m_grid->setSchedule(Schedule::fromString("11"));
+        const QSignalSpy changes(m_grid.get(), &SchedulerGrid::scheduleChanged);
+        const QSize cell = m_grid->visualItemRect(m_grid->item(0, 0)).size() + QSize(1, 1);
+        const auto centre = [&](QPoint at) {
+            return QPoint(at.x() * cell.width() + cell.width() / 2, at.y() * cell.height() + cell.height() / 2);
+        };
+        QTest::mousePress(m_grid->viewport(), button, {}, centre(way.first()));
+        for (const QPoint& at : way.mid(1))
+            QTest::mouseMove(m_grid->viewport(), centre(at));
+        QTest::mouseRelease(m_grid->viewport(), button, {}, centre(way.last()));
+        QTest::mousePress(m_grid->viewport(), Qt::MiddleButton, {}, centre({0, 0})); // drags nothing
+        QTest::mouseMove(m_grid->viewport(), centre({3, 8}));
+        QTest::mouseRelease(m_grid->viewport(), Qt::MiddleButton);
+
+        Way green;
+        for (int bit = 0; bit < Schedule::Hours; ++bit) {
+            const bool on = m_grid->item(bit % 24, bit / 24)->background().color() == QColor(0xaa, 0xf5, 0xaa);
+            QCOMPARE(on, m_grid->schedule().isOn(bit / 24, bit % 24));
+            green += on ? Way{{bit / 24, bit % 24}} : Way{};
+        }
+        QTEST(green, "expected");
+        QTEST(int(changes.size()), "emitted");
+    }
+
+    void keysHeadersAndDoubleClick()
+    {
+        const QSignalSpy changes(m_grid.get(), &SchedulerGrid::scheduleChanged);
+        m_grid->setCurrentCell(1, 5);
+        QTest::keyClick(m_grid.get(), Qt::Key_Down, Qt::ShiftModifier);
+        QTest::keyClick(m_grid.get(), Qt::Key_Space);
+        QCOMPARE(hours(), 2);
+        QCOMPARE(changes.size(), 1);
+        // Saturday from partial to full, to nothing and back, then an hour of which Saturday's is marked.
+        for (const auto& [header, section, expected] : {std::tuple(m_grid->horizontalHeader(), 5, 24),
+                                                        {m_grid->horizontalHeader(), 5, 0},
+                                                        {m_grid->horizontalHeader(), 5, 24},
+                                                        {m_grid->verticalHeader(), 2, 30},
+                                                        {m_grid->verticalHeader(), 2, 23}}) {
+            QTest::mouseClick(header->viewport(), Qt::LeftButton, {}, middle(header, section));
+            QCOMPARE(hours(), expected);
+        }
+        m_grid->setSchedule({}); // the second of two quick clicks has moved on to the cell above
+        QTest::mouseClick(m_grid->viewport(), Qt::LeftButton, {}, m_grid->visualItemRect(m_grid->item(5, 0)).center());
+        QTest::mouseDClick(m_grid->viewport(), Qt::LeftButton, {}, m_grid->visualItemRect(m_grid->item(4, 0)).center());
+        QVERIFY(hours() == 2 && m_grid->schedule().isOn(0, 4));
+    }
+
+    void dialog()
+    {
+        const Schedule saved = Schedule::fromString(QString(Schedule::Hours, u'1'));
+        SchedulerDialog dialog(saved);
+        dialog.show();
+        const auto presets = dialog.findChildren<QPushButton*>();
+        for (const auto& [preset, expected] : {std::pair(1, 0), {0, 168}, {2, 55}}) {
+            QTest::mouseClick(presets.at(preset), Qt::LeftButton);
+            QCOMPARE(dialog.schedule().toString().count(u'1'), expected);
+        }
+        QVERIFY(dialog.schedule().isOn(4, 18) && !dialog.schedule().isOn(5, 12));
+        QTest::keyClick(&dialog, Qt::Key_Escape);
+        QCOMPARE(dialog.result(), int(QDialog::Rejected));
+        QVERIFY(saved.isFull());
+    }
+};
+
+QTEST_MAIN(TestScheduler)
+#include "tst_scheduler.moc"
