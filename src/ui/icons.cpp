@@ -3,7 +3,7 @@
 QIcon Icons::load(const QString& name)
 {
     const QString path = QStringLiteral(":/icons/") + name;
-    const QIcon drawing(path + QStringLiteral(".svg"));
+    QIcon drawing(path + QStringLiteral(".svg"));
     if (!drawing.pixmap(16).isNull()) // without the plug-in the icon is there, but empty
         return drawing;
 
