@@ -66,8 +66,6 @@ SchedulerDialog::SchedulerDialog(const Schedule& schedule, QWidget* parent)
     layout->addWidget(m_grid, 1);
     layout->addLayout(presets);
     layout->addWidget(buttons);
-    // Once it is in the dialog; or Enter would press the first preset.
-    buttons->button(QDialogButtonBox::Ok)->setDefault(true);
     resize(430, 570);
 }
 
