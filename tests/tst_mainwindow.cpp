@@ -206,14 +206,15 @@ private Q_SLOTS:
         measured.meters.add(5);
         measured.lowestDb = -60.0;
         measured.highestDb = -3.26;
-        const QStringList expected{QStringLiteral("--- Capture diagnostics ---"),
-                                   QStringLiteral("Source: Line In"),
-                                   QStringLiteral("Format: 44100 Hz, 2 channel(s)"),
-                                   QStringLiteral("Audio buffers: 3 in 10.0 s (avg 588000.0 bytes = 3333.3 ms), largest gap 70 ms"),
-                                   QStringLiteral("Audio received: 100.0 %% of real time"),
-                                   QStringLiteral("Meter updates: 1 (0.1 per second), largest gap -1 ms"),
-                                   QStringLiteral("Level range: -60.0 to -3.3 dBFS"),
-                                   QStringLiteral("--- end ---")};
+        const QStringList expected{
+            QStringLiteral("--- Capture diagnostics ---"),
+            QStringLiteral("Source: Line In"),
+            QStringLiteral("Format: 44100 Hz, 2 channel(s)"),
+            QStringLiteral("Audio buffers: 3 in 10.0 s (avg 588000.0 bytes = 3333.3 ms), largest gap 70 ms"),
+            QStringLiteral("Audio received: 100.0 %% of real time"),
+            QStringLiteral("Meter updates: 1 (0.1 per second), largest gap -1 ms"),
+            QStringLiteral("Level range: -60.0 to -3.3 dBFS"),
+            QStringLiteral("--- end ---")};
         QCOMPARE(CaptureDiagnostics::report(measured), expected);
     }
 

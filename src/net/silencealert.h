@@ -18,8 +18,7 @@ public:
     };
 
     explicit SilenceAlert(
-        QObject* parent = nullptr,
-        std::function<QDateTime()> now = [] { return QDateTime::currentDateTime(); });
+        QObject* parent = nullptr, std::function<QDateTime()> now = [] { return QDateTime::currentDateTime(); });
 
     void send(const Event& event);
 

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "triggers/triggersource.h"
+
 #include <QObject>
 #include <QPointer>
 #include <QTimer>
@@ -7,7 +9,6 @@
 #include <functional>
 
 class Recorder;
-class TriggerSource;
 
 /// What the settings store as trigger/kind; anything else is no trigger.
 enum class TriggerKind { None = 0, SerialLine = 1, SerialText = 2, Midi = 3 };

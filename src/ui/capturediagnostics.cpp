@@ -84,7 +84,8 @@ QStringList CaptureDiagnostics::report(const Measurement& measured)
     lines << tr("Format: %1 Hz, %2 channel(s)").arg(measured.sampleRate).arg(measured.channels);
     lines << tr("Audio buffers: %1 in %2 s (avg %3 bytes = %4 ms), largest gap %5 ms")
                  .arg(measured.buffers.count)
-                 .arg(oneDecimal(seconds), oneDecimal(averageBytes), oneDecimal(1000.0 * ratio(averageBytes, bytesPerSecond)))
+                 .arg(oneDecimal(seconds), oneDecimal(averageBytes),
+                      oneDecimal(1000.0 * ratio(averageBytes, bytesPerSecond)))
                  .arg(measured.buffers.largestGapMs);
     lines << tr("Audio received: %1 %% of real time")
                  .arg(oneDecimal(100.0 * ratio(double(measured.bytes), bytesPerSecond * seconds)));

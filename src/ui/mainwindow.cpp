@@ -47,11 +47,6 @@ constexpr qint64 OverloadLineMs = 60'000;
 constexpr int BalloonMs = 4000;
 constexpr int SilenceBalloonMs = 10'000;
 
-QString styleSheet(const char* text)
-{
-    return QString::fromLatin1(text);
-}
-
 } // namespace
 
 MainWindow::MainWindow(QWidget* parent) : QMainWindow(parent), m_settings(AppSettings::instance())
@@ -107,7 +102,7 @@ void MainWindow::buildCentralWidget()
 QLayout* MainWindow::buildControls()
 {
     m_recordButton = new QPushButton(tr("● &Record"));
-    m_recordButton->setStyleSheet(styleSheet(ControlStyles::IdleRecordButton));
+    m_recordButton->setStyleSheet(ControlStyles::IdleRecordButton);
     connect(m_recordButton, &QPushButton::clicked, this, &MainWindow::toggleRecording);
 
     m_autoBox = new QCheckBox(tr("A&uto"));
@@ -115,7 +110,7 @@ QLayout* MainWindow::buildControls()
     connect(m_autoBox, &QCheckBox::toggled, this, &MainWindow::toggleAuto);
 
     auto* scheduler = new QPushButton(tr("Sc&heduler"));
-    scheduler->setStyleSheet(styleSheet(ControlStyles::Button));
+    scheduler->setStyleSheet(ControlStyles::Button);
     connect(scheduler, &QPushButton::clicked, this, &MainWindow::openScheduler);
 
     auto* row = new QHBoxLayout;
@@ -267,8 +262,7 @@ void MainWindow::onRecordingChanged(bool recording)
 {
     m_panel->setRecording(recording);
     m_recordButton->setText(recording ? tr("■ &Stop") : tr("● &Record"));
-    m_recordButton->setStyleSheet(
-        styleSheet(recording ? ControlStyles::RecordingButton : ControlStyles::IdleRecordButton));
+    m_recordButton->setStyleSheet(recording ? ControlStyles::RecordingButton : ControlStyles::IdleRecordButton);
     statusBar()->showMessage(recording ? tr("Recording") : tr("Idle"));
     if (!recording) {
         m_panel->setElapsedMs(0);

@@ -51,17 +51,16 @@ UpdateDialog::UpdateDialog(const UpdateInfo& info, QWidget* parent) : QDialog(pa
     auto* layout = new QVBoxLayout(this);
     layout->addWidget(richLabel(info.critical ? tr("<h3 style='color:#c0392b'>Important update available</h3>")
                                               : tr("<h3>Update available</h3>")));
-    layout->addWidget(richLabel(tr("<p><b>Version %1</b> is available. You are running %2.</p>")
-                                    .arg(info.latestVersion.toHtmlEscaped(),
-                                         QCoreApplication::applicationVersion().toHtmlEscaped())));
+    layout->addWidget(richLabel(
+        tr("<p><b>Version %1</b> is available. You are running %2.</p>")
+            .arg(info.latestVersion.toHtmlEscaped(), QCoreApplication::applicationVersion().toHtmlEscaped())));
     if (!info.releaseDate.isEmpty())
-        layout->addWidget(
-            richLabel(tr("<p style='color:gray'>Released %1</p>").arg(info.releaseDate.toHtmlEscaped())));
+        layout->addWidget(richLabel(tr("<p style='color:gray'>Released %1</p>").arg(info.releaseDate.toHtmlEscaped())));
     if (!info.notes.isEmpty())
         layout->addWidget(notesView(info.notes));
     if (const QUrl notes = webAddress(info.notesUrl); !notes.isEmpty()) {
-        QLabel* link =
-            richLabel(tr("<a href=\"%1\">Full release notes</a>").arg(notes.toString(QUrl::FullyEncoded).toHtmlEscaped()));
+        QLabel* link = richLabel(
+            tr("<a href=\"%1\">Full release notes</a>").arg(notes.toString(QUrl::FullyEncoded).toHtmlEscaped()));
         link->setTextInteractionFlags(Qt::TextBrowserInteraction);
         connect(link, &QLabel::linkActivated, this, [notes] { QDesktopServices::openUrl(notes); });
         layout->addWidget(link);
