@@ -98,7 +98,8 @@ void drawLine(QPainter& painter, const QRectF& rect, Qt::AlignmentFlag side, con
 }
 
 /// \return the width that it took
-double drawElided(QPainter& painter, const QRectF& rect, Qt::TextElideMode mode, const QColor& color, const QString& text)
+double drawElided(QPainter& painter, const QRectF& rect, Qt::TextElideMode mode, const QColor& color,
+                  const QString& text)
 {
     const QFontMetricsF metrics(painter.font());
     const QString fitting = metrics.elidedText(text, mode, rect.width());
@@ -163,7 +164,7 @@ QPixmap VfdPainter::renderBackground() const
     drawLine(painter, row, Qt::AlignLeft, Legend, tr("PEAK LEVEL METER"));
     // Unlike the rest this is a unit, and its letters have a case.
     drawLine(painter, row, Qt::AlignRight, Legend, tr("dBFS"));
-    drawLine(painter, m_layout.schedule, Qt::AlignLeft, Legend, tr("TODAY"));
+    drawLine(painter, m_layout.schedule.adjusted(0, 3, 0, 0), Qt::AlignLeft, Legend, tr("TODAY"));
     renderMeterGround(painter);
     renderScale(painter);
     return pixmap;
@@ -213,9 +214,10 @@ void VfdPainter::drawClock(QPainter& painter, qint64 ms) const
     const RegionPainter region(painter, m_layout.clock);
     const QString text = clockText(qMax(qint64(0), ms));
     const auto colons = double(text.count(u':'));
-    const QRectF room = m_layout.clock.adjusted(2, FigureTop, -2, -2);
+    const QRectF room = m_layout.clock.adjusted(4, FigureTop, -4, -2);
     // More figures than usual, after a hundred hours, become narrower.
-    const double pitch = qMin(0.76 * room.height(), room.width() / (double(text.size()) - colons + colons * ColonWidth));
+    const double pitch =
+        qMin(0.76 * room.height(), room.width() / (double(text.size()) - colons + colons * ColonWidth));
 
     QPainterPath ghost;
     QPainterPath lit;
@@ -250,7 +252,7 @@ QRect VfdPainter::segmentRect(int channel, int segment) const
 
 VfdPainter::Sprite VfdPainter::segmentSprite(const QSize& segment, const QColor& color, double glow) const
 {
-    constexpr double GlowAtEdge = 0.4;
+    constexpr double GlowAtEdge = 0.26;
     const int reach = toDevice(glow);
     QPixmap pixels(segment + QSize(2 * reach, 2 * reach));
     pixels.fill(Qt::transparent);
@@ -399,9 +401,13 @@ void VfdPainter::drawSchedule(QPainter& painter, const Today& today) const
             painter.setBrush(Amber);
             const double middle = cell.center().x();
             painter.setPen(Qt::NoPen);
-            painter.drawPolygon(QPolygonF({{middle - 4, cell.top() - 4}, {middle + 4, cell.top() - 4}, {middle, cell.top()}}));
+            painter.drawPolygon(
+                QPolygonF({{middle - 4, cell.top() - 4}, {middle + 4, cell.top() - 4}, {middle, cell.top()}}));
         }
-        drawLine(painter, cell, Qt::AlignHCenter, on ? Background : now ? Bright : Legend,
+        drawLine(painter, cell, Qt::AlignHCenter,
+                 on    ? Background
+                 : now ? Bright
+                       : Legend,
                  QStringLiteral("%1").arg(hour, 2, 10, QLatin1Char('0')));
     }
 }

@@ -32,7 +32,7 @@ public:
 
     struct Today {
         QBitArray scheduled; ///< by hour
-        int hour = -1;       ///< the current one
+        int hour = -1; ///< the current one
 
         friend bool operator==(const Today&, const Today&) = default;
     };
