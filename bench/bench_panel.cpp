@@ -42,6 +42,23 @@ void reading(benchmark::State& state)
     }
 }
 
+/// The clock moves once a second, and the lamp twice.
+void clockAndLamp(benchmark::State& state)
+{
+    VfdPanel panel;
+    panel.resize(900, 158);
+    panel.setCodecText(QStringLiteral("mp3 192K STEREO"));
+    panel.setSourceText(QStringLiteral("IN · default input device"));
+    panel.show();
+    QCoreApplication::processEvents();
+    qint64 elapsed = 0;
+    for (auto _ : state) {
+        panel.setElapsedMs(elapsed += 1000);
+        panel.setAutoMode(elapsed / 1000 % 2 == 0);
+        QCoreApplication::sendPostedEvents();
+    }
+}
+
 void wholePanel(benchmark::State& state)
 {
     VfdPanel panel;
@@ -59,10 +76,14 @@ int main(int argc, char** argv)
     if (!qEnvironmentVariableIsSet("QT_QPA_PLATFORM"))
         qputenv("QT_QPA_PLATFORM", "offscreen");
     QApplication app(argc, argv);
-    benchmark::RegisterBenchmark("whole meter", [](auto& state) { wholeMeter(state, 1.0); })->Unit(benchmark::kMillisecond);
-    benchmark::RegisterBenchmark("whole meter, 2x", [](auto& state) { wholeMeter(state, 2.0); })
-        ->Unit(benchmark::kMillisecond);
+    benchmark::RegisterBenchmark("whole meter", [](auto& state) {
+        wholeMeter(state, 1.0);
+    })->Unit(benchmark::kMillisecond);
+    benchmark::RegisterBenchmark("whole meter, 2x", [](auto& state) {
+        wholeMeter(state, 2.0);
+    })->Unit(benchmark::kMillisecond);
     benchmark::RegisterBenchmark("reading", reading)->Unit(benchmark::kMillisecond);
+    benchmark::RegisterBenchmark("clock and lamp", clockAndLamp)->Unit(benchmark::kMillisecond);
     benchmark::RegisterBenchmark("whole panel", wholePanel)->Unit(benchmark::kMillisecond);
     benchmark::Initialize(&argc, argv);
     benchmark::RunSpecifiedBenchmarks();
