@@ -30,8 +30,7 @@ QPolygonF bar(const QPointF& from, const QPointF& to, double thickness)
 QPainterPath slanted(const QPainterPath& path, const QRectF& cell)
 {
     const QPointF foot(cell.left(), cell.center().y());
-    return QTransform::fromTranslate(-foot.x(), -foot.y()).map(path)
-        * QTransform(1, 0, Slant, 1, foot.x(), foot.y());
+    return QTransform::fromTranslate(-foot.x(), -foot.y()).map(path) * QTransform(1, 0, Slant, 1, foot.x(), foot.y());
 }
 
 QPainterPath digit(unsigned segments, const QRectF& cell)
@@ -41,9 +40,12 @@ QPainterPath digit(unsigned segments, const QRectF& cell)
     const QPointF middleLeft(joints.left(), joints.center().y());
     const QPointF middleRight(joints.right(), joints.center().y());
     const std::array<QPolygonF, 7> bars{
-        bar(joints.topLeft(), joints.topRight(), thickness),   bar(joints.topRight(), middleRight, thickness),
-        bar(middleRight, joints.bottomRight(), thickness),     bar(joints.bottomLeft(), joints.bottomRight(), thickness),
-        bar(middleLeft, joints.bottomLeft(), thickness),       bar(joints.topLeft(), middleLeft, thickness),
+        bar(joints.topLeft(), joints.topRight(), thickness),
+        bar(joints.topRight(), middleRight, thickness),
+        bar(middleRight, joints.bottomRight(), thickness),
+        bar(joints.bottomLeft(), joints.bottomRight(), thickness),
+        bar(middleLeft, joints.bottomLeft(), thickness),
+        bar(joints.topLeft(), middleLeft, thickness),
         bar(middleLeft, middleRight, thickness),
     };
     QPainterPath path;

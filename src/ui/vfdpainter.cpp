@@ -1,26 +1,18 @@
 #include "ui/vfdpainter.h"
 
-#include "ui/sevensegment.h"
+#include "ui/vfdlook.h"
 
 #include <QFontMetricsF>
 #include <QPainter>
+#include <QPainterPath>
 
-#include <algorithm>
+#include <cmath>
 
 using namespace VfdGeometry;
+using namespace VfdLook;
 
 namespace {
 
-constexpr QColor Background(0x06, 0x08, 0x09);
-constexpr QColor Frame(0x26, 0x2e, 0x30);
-constexpr QColor Red(0xff, 0x48, 0x38);
-constexpr QColor Cyan(0x56, 0xf0, 0xe2);
-constexpr QColor Amber(0xff, 0xb6, 0x42);
-constexpr QColor Bright(0xe2, 0xf6, 0xf4);
-constexpr QColor UnlitRed(0x40, 0x14, 0x12);
-constexpr QColor DimCyan(0x12, 0x3a, 0x38);
-constexpr QColor UnlitAmber(0x3e, 0x2c, 0x10);
-constexpr QColor UnlitGrey(0x2c, 0x38, 0x38);
 /// Legends and the less important texts: cyan that is still easy to read on the background.
 const QColor Legend = Cyan.darker(190);
 const QColor DarkCyan = Cyan.darker(140);
@@ -41,6 +33,7 @@ constexpr double HoldGlow = 2;
 constexpr int LegendSize = 9;
 constexpr double LegendSpacing = 1.2;
 constexpr int TextSize = 12;
+constexpr int UnlitTextLightening = 165;
 constexpr double LampPadding = 7;
 constexpr double LampSpacing = 6;
 constexpr double TextSpacing = 14;
@@ -58,12 +51,6 @@ constexpr std::array<LampLook, VfdPainter::LampCount> LampLooks{{
     {QT_TRANSLATE_NOOP("VfdPanel", "CLIP"), Red, UnlitRed},
 }};
 
-QColor withAlpha(QColor color, double alpha)
-{
-    color.setAlphaF(float(alpha));
-    return color;
-}
-
 /// Keeps all drawing, glow included, inside one region and puts the painter back afterwards.
 class RegionPainter {
 public:
@@ -80,17 +67,6 @@ private:
     QPainter& m_painter;
 };
 
-/// Light that an outline sheds around itself, from wide and faint to narrow and strong.
-void shed(QPainter& painter, const QPainterPath& outline, const QColor& color)
-{
-    constexpr std::array<std::pair<double, double>, 3> Halos{{{8.0, 0.06}, {5.0, 0.09}, {2.6, 0.14}}};
-    painter.setBrush(Qt::NoBrush);
-    for (const auto& [width, alpha] : Halos) {
-        painter.setPen(QPen(withAlpha(color, alpha), width, Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin));
-        painter.drawPath(outline);
-    }
-}
-
 void drawLine(QPainter& painter, const QRectF& rect, Qt::AlignmentFlag side, const QColor& color, const QString& text)
 {
     painter.setPen(color);
@@ -98,19 +74,13 @@ void drawLine(QPainter& painter, const QRectF& rect, Qt::AlignmentFlag side, con
 }
 
 /// \return the width that it took
-double drawElided(QPainter& painter, const QRectF& rect, Qt::TextElideMode mode, const QColor& color, const QString& text)
+double drawElided(QPainter& painter, const QRectF& rect, Qt::TextElideMode mode, const QColor& color,
+                  const QString& text)
 {
     const QFontMetricsF metrics(painter.font());
     const QString fitting = metrics.elidedText(text, mode, rect.width());
     drawLine(painter, rect, Qt::AlignLeft, color, fitting);
     return metrics.horizontalAdvance(fitting);
-}
-
-QString clockText(qint64 ms)
-{
-    const auto twoDigits = [](qint64 value) { return QStringLiteral("%1").arg(value, 2, 10, QLatin1Char('0')); };
-    return QStringLiteral("%1:%2:%3")
-        .arg(twoDigits(ms / 3'600'000), twoDigits(ms / 60'000 % 60), twoDigits(ms / 1000 % 60));
 }
 
 } // namespace
@@ -127,6 +97,14 @@ void VfdPainter::setSurface(const Surface& surface)
         m_lit[size_t(i)] = segmentSprite(segment, color, Glow);
         m_held[size_t(i)] = segmentSprite(segment, color.darker(HoldDarkening), HoldGlow);
     }
+    const QFontMetricsF legend(font(LegendSize, LegendSpacing));
+    m_todayWidth = std::ceil(legend.horizontalAdvance(tr("TODAY"))) + 9;
+    for (size_t i = 0; i < LampLooks.size(); ++i) {
+        m_lampWidths[i] = std::ceil(legend.horizontalAdvance(tr(LampLooks[i].text))) + 2 * LampPadding;
+        for (const bool lit : {false, true})
+            m_lamps[i][lit] = renderLamp(Lamp(i), lit);
+    }
+    m_clock.setSurface(m_layout.clock.adjusted(4, FigureTop, -4, -2), surface.devicePixelRatio);
     m_background = renderBackground();
 }
 
@@ -163,7 +141,7 @@ QPixmap VfdPainter::renderBackground() const
     drawLine(painter, row, Qt::AlignLeft, Legend, tr("PEAK LEVEL METER"));
     // Unlike the rest this is a unit, and its letters have a case.
     drawLine(painter, row, Qt::AlignRight, Legend, tr("dBFS"));
-    drawLine(painter, m_layout.schedule, Qt::AlignLeft, Legend, tr("TODAY"));
+    drawLine(painter, m_layout.schedule.adjusted(0, 3, 0, 0), Qt::AlignLeft, Legend, tr("TODAY"));
     renderMeterGround(painter);
     renderScale(painter);
     return pixmap;
@@ -207,30 +185,10 @@ void VfdPainter::drawBackground(QPainter& painter, const QRect& dirty) const
 
 // --- the clock -------------------------------------------------------------------------------------------------
 
-void VfdPainter::drawClock(QPainter& painter, qint64 ms) const
+void VfdPainter::drawClock(QPainter& painter, qint64 ms)
 {
-    constexpr double ColonWidth = 0.45; // of a figure's pitch
     const RegionPainter region(painter, m_layout.clock);
-    const QString text = clockText(qMax(qint64(0), ms));
-    const auto colons = double(text.count(u':'));
-    const QRectF room = m_layout.clock.adjusted(2, FigureTop, -2, -2);
-    // More figures than usual, after a hundred hours, become narrower.
-    const double pitch = qMin(0.76 * room.height(), room.width() / (double(text.size()) - colons + colons * ColonWidth));
-
-    QPainterPath ghost;
-    QPainterPath lit;
-    double x = room.left();
-    for (const QChar character : text) {
-        const bool isColon = character == u':';
-        const double advance = isColon ? pitch * ColonWidth : pitch;
-        const QRectF cell(x, room.top(), isColon ? advance * 0.8 : advance * 0.78, room.height());
-        ghost.addPath(SevenSegment::ghost(character, cell));
-        lit.addPath(SevenSegment::figure(character, cell));
-        x += advance;
-    }
-    painter.fillPath(ghost, withAlpha(DimCyan, 0.45));
-    shed(painter, lit, Cyan);
-    painter.fillPath(lit, Cyan);
+    m_clock.draw(painter, ms);
 }
 
 // --- the meter -------------------------------------------------------------------------------------------------
@@ -250,7 +208,7 @@ QRect VfdPainter::segmentRect(int channel, int segment) const
 
 VfdPainter::Sprite VfdPainter::segmentSprite(const QSize& segment, const QColor& color, double glow) const
 {
-    constexpr double GlowAtEdge = 0.4;
+    constexpr double GlowAtEdge = 0.26;
     const int reach = toDevice(glow);
     QPixmap pixels(segment + QSize(2 * reach, 2 * reach));
     pixels.fill(Qt::transparent);
@@ -321,41 +279,54 @@ QRectF VfdPainter::lampRect(Lamp lamp, const Lamps& lamps) const
 {
     if (!lamps[lamp])
         return {};
-    const QFontMetricsF metrics(font(LegendSize, LegendSpacing));
     double x = m_layout.status.left();
-    for (int i = 0;; ++i) {
-        const double width = std::ceil(metrics.horizontalAdvance(tr(LampLooks[size_t(i)].text))) + 2 * LampPadding;
-        if (i == lamp)
-            return {x, m_layout.status.top(), width, m_layout.status.height()};
-        if (lamps[size_t(i)])
-            x += width + LampSpacing;
+    for (size_t i = 0; i < lamp; ++i) {
+        if (lamps[i])
+            x += m_lampWidths[i] + LampSpacing;
     }
+    return {x, m_layout.status.top(), m_lampWidths[lamp], m_layout.status.height()};
+}
+
+QPixmap VfdPainter::renderLamp(Lamp lamp, bool lit) const
+{
+    const double ratio = m_surface.devicePixelRatio;
+    const double height = m_layout.status.height();
+    const auto& [text, litColor, unlitColor] = LampLooks[lamp];
+    QPixmap pixmap(toDevice(m_lampWidths[lamp] + 2 * Reach), toDevice(height));
+    pixmap.fill(Qt::transparent);
+    QPainter painter(&pixmap);
+    painter.setRenderHint(QPainter::Antialiasing);
+    painter.scale(ratio, ratio);
+    const QRectF body = QRectF(Reach, 0, m_lampWidths[lamp], height).adjusted(0.5, 1.5, -0.5, -1.5);
+    QPainterPath outline;
+    outline.addRoundedRect(body, 3, 3);
+    if (lit)
+        shed(painter, outline, litColor);
+    painter.setPen(QPen(lit ? litColor : unlitColor, 1));
+    painter.setBrush(lit ? litColor : Background);
+    painter.drawPath(outline);
+    painter.setFont(font(LegendSize, LegendSpacing));
+    // The spacing behind the last letter would push the text off the middle.
+    drawLine(painter, body.adjusted(LegendSpacing, 0, 0, 0), Qt::AlignHCenter,
+             lit ? Background : unlitColor.lighter(UnlitTextLightening), tr(text));
+    return pixmap;
 }
 
 void VfdPainter::drawStatus(QPainter& painter, const Lamps& lamps, const QString& codec, const QString& source) const
 {
     const RegionPainter region(painter, m_layout.status);
-    painter.setFont(font(LegendSize, LegendSpacing));
+    const double ratio = m_surface.devicePixelRatio;
     QRectF rest = m_layout.status;
+    painter.save();
+    painter.scale(1 / ratio, 1 / ratio);
     for (size_t i = 0; i < lamps.size(); ++i) {
         if (!lamps[i])
             continue;
-        const LampLook& look = LampLooks[i];
         const QRectF rect = lampRect(Lamp(i), lamps);
-        const QRectF body = rect.adjusted(0.5, 1.5, -0.5, -1.5);
-        QPainterPath outline;
-        outline.addRoundedRect(body, 3, 3);
-        const bool lit = *lamps[i];
-        if (lit)
-            shed(painter, outline, look.lit);
-        painter.setPen(QPen(lit ? look.lit : look.unlit, 1));
-        painter.setBrush(lit ? look.lit : Background);
-        painter.drawPath(outline);
-        // The spacing behind the last letter would push the text off the middle.
-        drawLine(painter, body.adjusted(LegendSpacing, 0, 0, 0), Qt::AlignHCenter,
-                 lit ? Background : look.unlit.lighter(165), tr(look.text));
+        painter.drawPixmap(toDevice(rect.left() - Reach), toDevice(rect.top()), m_lamps[i][*lamps[i]]);
         rest.setLeft(rect.right() + TextSpacing);
     }
+    painter.restore();
     painter.setFont(font(TextSize));
     const QString codecText = codec.isEmpty() ? tr("NO CODEC") : codec;
     rest.setLeft(rest.left() + drawElided(painter, rest, Qt::ElideRight, Cyan, codecText) + TextSpacing);
@@ -367,9 +338,7 @@ QRectF VfdPainter::hourCell(int hour) const
 {
     constexpr double Gap = 2;
     constexpr int Hours = 24;
-    const QFontMetricsF metrics(font(LegendSize, LegendSpacing));
-    const double labelWidth = std::ceil(metrics.horizontalAdvance(tr("TODAY"))) + 9;
-    const double left = m_layout.schedule.left() + labelWidth;
+    const double left = m_layout.schedule.left() + m_todayWidth;
     const double pitch = (m_layout.schedule.right() + Gap - left) / Hours;
     const double ratio = m_surface.devicePixelRatio;
     const double from = toDevice(left + hour * pitch) / ratio;
@@ -399,9 +368,13 @@ void VfdPainter::drawSchedule(QPainter& painter, const Today& today) const
             painter.setBrush(Amber);
             const double middle = cell.center().x();
             painter.setPen(Qt::NoPen);
-            painter.drawPolygon(QPolygonF({{middle - 4, cell.top() - 4}, {middle + 4, cell.top() - 4}, {middle, cell.top()}}));
+            painter.drawPolygon(
+                QPolygonF({{middle - 4, cell.top() - 4}, {middle + 4, cell.top() - 4}, {middle, cell.top()}}));
         }
-        drawLine(painter, cell, Qt::AlignHCenter, on ? Background : now ? Bright : Legend,
+        drawLine(painter, cell, Qt::AlignHCenter,
+                 on    ? Background
+                 : now ? Bright
+                       : Legend,
                  QStringLiteral("%1").arg(hour, 2, 10, QLatin1Char('0')));
     }
 }

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "ui/vfdclock.h"
 #include "ui/vfdgeometry.h"
 
 #include <QBitArray>
@@ -32,7 +33,7 @@ public:
 
     struct Today {
         QBitArray scheduled; ///< by hour
-        int hour = -1;       ///< the current one
+        int hour = -1; ///< the current one
 
         friend bool operator==(const Today&, const Today&) = default;
     };
@@ -45,7 +46,7 @@ public:
     QRectF meterChange(const VfdGeometry::MeterLights& from, const VfdGeometry::MeterLights& to) const;
 
     void drawBackground(QPainter& painter, const QRect& dirty) const;
-    void drawClock(QPainter& painter, qint64 ms) const;
+    void drawClock(QPainter& painter, qint64 ms);
     void drawMeter(QPainter& painter, const VfdGeometry::MeterLights& lights, const QRect& dirty) const;
     void drawStatus(QPainter& painter, const Lamps& lamps, const QString& codec, const QString& source) const;
     void drawSchedule(QPainter& painter, const Today& today) const;
@@ -64,6 +65,7 @@ private:
     void renderMeterGround(QPainter& painter) const;
     void renderScale(QPainter& painter) const;
     QFont font(int pixelSize, double spacing = 0.0) const;
+    QPixmap renderLamp(Lamp lamp, bool lit) const;
     QRectF hourCell(int hour) const;
 
     Surface m_surface;
@@ -71,4 +73,8 @@ private:
     QPixmap m_background;
     std::array<Sprite, VfdGeometry::Segments> m_lit;
     std::array<Sprite, VfdGeometry::Segments> m_held;
+    VfdClock m_clock;
+    std::array<double, LampCount> m_lampWidths{};
+    std::array<std::array<QPixmap, 2>, LampCount> m_lamps; ///< unlit and lit
+    double m_todayWidth = 0.0;
 };

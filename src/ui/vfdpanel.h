@@ -69,7 +69,7 @@ private:
 
     QElapsedTimer m_clock;
     QElapsedTimer m_sinceClip; ///< invalid before the first overload
-    QTimer m_decayTimer;       ///< runs while a level is above the floor
-    QTimer m_blinkTimer;       ///< runs while recording
+    QTimer m_decayTimer; ///< runs while a level is above the floor
+    QTimer m_blinkTimer; ///< runs while recording
     QTimer m_clipTimer;
 };
