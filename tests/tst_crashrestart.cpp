@@ -49,10 +49,8 @@ private Q_SLOTS:
     void endsAndRestarts_data()
     {
         const EndsAndRestartsRows row;
-        row("segmentation fault", QString::number(SIGSEGV), true, 128 + SIGSEGV);
-        row("abort", QString::number(SIGABRT), true, 128 + SIGABRT);
-        row("division by zero", QString::number(SIGFPE), true, 128 + SIGFPE);
-        row("illegal instruction", QString::number(SIGILL), true, 128 + SIGILL);
+        for (const int number : {SIGSEGV, SIGABRT, SIGFPE, SIGILL})
+            row("signal " + QByteArray::number(number), QString::number(number), true, 128 + number);
         row("uncaught exception", "exception", true, 1);
         row("restart not wanted", QString::number(SIGSEGV), false, 128 + SIGSEGV);
 #ifdef Q_OS_LINUX

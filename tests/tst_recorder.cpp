@@ -45,11 +45,8 @@ private Q_SLOTS:
     void segmentsJoinWithoutAGap_data()
     {
         const SegmentsJoinWithoutAGapRows row;
-        row("mp3", Mp3, false);
-        row("ogg", Ogg, false);
-        row("wav", Wav, true);
-        row("flac", Flac, true);
-        row("m4a", M4a, false);
+        for (int codec = Mp3; codec <= M4a; ++codec)
+            row(codecExtension(codec).toLatin1(), codec, codec == Wav || codec == Flac);
     }
     void segmentsJoinWithoutAGap()
     {

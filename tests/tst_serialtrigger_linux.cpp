@@ -75,8 +75,6 @@ private Q_SLOTS:
         row("carrier detect", 2, TIOCM_CD, false, "DCD");
         row("an unknown line is the last", 9, TIOCM_CD, false, "DCD");
         row("clear to send, inverted", 0, TIOCM_CTS, true, "CTS, inverted");
-        row("data set ready, inverted", 1, TIOCM_DSR, true, "DSR, inverted");
-        row("carrier detect, inverted", 2, TIOCM_CD, true, "DCD, inverted");
     }
     void watchesALine()
     {
