@@ -1,22 +1,14 @@
 #include "app/appsettings.h"
+#include "support/table.h"
 
 #include <QProcess>
 #include <QSettings>
 #include <QSignalSpy>
 #include <QTemporaryDir>
-#include <QTest>
 
 namespace {
 
 constexpr char RewriteArgument[] = "--rewrite";
-
-/// The store is the real one of the platform, under a name that no installed program uses.
-void useStore(const QString& name, const QString& folder)
-{
-    QCoreApplication::setOrganizationName(QStringLiteral("Quayside"));
-    QCoreApplication::setApplicationName(name);
-    QSettings::setPath(QSettings::NativeFormat, QSettings::UserScope, folder);
-}
 
 /// As the platform's store spells it.
 QString stored(QString key)
@@ -37,75 +29,73 @@ const QByteArray Bytes("\0id\xff,\n", 6);
 const QString Text = QStringLiteral("@Zoë, \"x\"; C:\\y=%1 ");
 
 /// Every key of the store.
-const QList<Key>& keys()
-{
-    static const QList<Key> list{
-        {"capture/backend", 0, 2},
-        {"capture/deviceId", QByteArray(), Bytes},
-        {"capture/deviceLabel", "", Text},
-        {"capture/playbackId", QByteArray(), Bytes},
-        {"capture/asio", false, true},
-        {"capture/streamUrl", "", Text},
-        {"capture/streamReconnect", true, false},
-        {"capture/streamStall", 15, 16},
-        {"levels/inputGainDb", 0.0, -3.7},
-        {"levels/softLimit", true, false},
-        {"format/codec", "mp3", "m4a"},
-        {"format/sampleRate", 44100, 48000},
-        {"format/bitrate", 64, 128},
-        {"format/channels", 1, 2},
-        {"format/vorbisQuality", 3, -1},
-        {"output/folder", QVariant(), Text},
-        {"output/template", "%y%m%d-%hh%mm%ss", Text},
-        {"output/serial", 1, 9999},
-        {"output/splitMinutes", 60, 0},
-        {"output/alignToClock", true, false},
-        {"housekeeping/enabled", true, false},
-        {"housekeeping/days", 365, 30},
-        {"alerts/silenceNotify", false, true},
-        {"alerts/email", "", Text},
-        {"alerts/subject", "Tidewell - Silence", Text},
-        {"alerts/seconds", 10, 60},
-        {"alerts/thresholdDb", -60.0, -41.3},
-        {"alerts/smtpHost", "", Text},
-        {"alerts/smtpUser", "", Text},
-        {"alerts/smtpPass", "", "PgQRAAoD"}, // "secret"
-        {"alerts/smtpPort", 465, 587},
-        {"alerts/from", "", Text},
-        {"alerts/tls", true, false},
-        {"trigger/kind", 0, 3},
-        {"trigger/serialPort", "", Text},
-        {"trigger/baud", 9600, 19200},
-        {"trigger/line", 0, 2},
-        {"trigger/invert", false, true},
-        {"trigger/onCommand", "REC ON", Text},
-        {"trigger/offCommand", "REC OFF", Text},
-        {"trigger/midiDevice", 0, 1},
-        {"trigger/midiDeviceName", "", Text},
-        {"trigger/midiChannel", 0, 16},
-        {"trigger/midiNumber", 60, 61},
-        {"trigger/holdSeconds", 5, 0},
-        {"updates/url", "", Text},
-        {"updates/checkAtStartup", true, false},
-        {"updates/lastCheck", QDateTime(), QDateTime(QDate(2026, 11, 22), QTime(3, 4, 5))},
-        {"updates/skippedVersion", "", Text},
-        {"general/startWithSystem", false, true},
-        {"general/closeAction", 0, 2},
-        {"general/theme", 0, 2},
-        {"general/taskbarButton", true, false},
-        {"general/restartOnCrash", false, true},
-        {"general/language", "", "es"},
-        {"state/auto", true, false},
-        {"state/schedule", QString(168, u'1'), QString(167, u'0') + u'1'},
-        {"state/geometry", QByteArray(), Bytes},
-    };
-    return list;
-}
+const QList<Key> Keys{
+    {"capture/backend", 0, 2},
+    {"capture/deviceId", QByteArray(), Bytes},
+    {"capture/deviceLabel", "", Text},
+    {"capture/playbackId", QByteArray(), Bytes},
+    {"capture/asio", false, true},
+    {"capture/streamUrl", "", Text},
+    {"capture/streamReconnect", true, false},
+    {"capture/streamStall", 15, 16},
+    {"levels/inputGainDb", 0.0, -3.7},
+    {"levels/softLimit", true, false},
+    {"format/codec", "mp3", "m4a"},
+    {"format/sampleRate", 44100, 48000},
+    {"format/bitrate", 64, 128},
+    {"format/channels", 1, 2},
+    {"format/vorbisQuality", 3, -1},
+    {"output/folder", QVariant(), Text},
+    {"output/template", "%y%m%d-%hh%mm%ss", Text},
+    {"output/serial", 1, 9999},
+    {"output/splitMinutes", 60, 0},
+    {"output/alignToClock", true, false},
+    {"housekeeping/enabled", true, false},
+    {"housekeeping/days", 365, 30},
+    {"alerts/silenceNotify", false, true},
+    {"alerts/email", "", Text},
+    {"alerts/subject", "Tidewell - Silence", Text},
+    {"alerts/seconds", 10, 60},
+    {"alerts/thresholdDb", -60.0, -41.3},
+    {"alerts/smtpHost", "", Text},
+    {"alerts/smtpUser", "", Text},
+    {"alerts/smtpPass", "", "PgQRAAoD"}, // "secret"
+    {"alerts/smtpPort", 465, 587},
+    {"alerts/from", "", Text},
+    {"alerts/tls", true, false},
+    {"trigger/kind", 0, 3},
+    {"trigger/serialPort", "", Text},
+    {"trigger/baud", 9600, 19200},
+    {"trigger/line", 0, 2},
+    {"trigger/invert", false, true},
+    {"trigger/onCommand", "REC ON", Text},
+    {"trigger/offCommand", "REC OFF", Text},
+    {"trigger/midiDevice", 0, 1},
+    {"trigger/midiDeviceName", "", Text},
+    {"trigger/midiChannel", 0, 16},
+    {"trigger/midiNumber", 60, 61},
+    {"trigger/holdSeconds", 5, 0},
+    {"updates/url", "", Text},
+    {"updates/checkAtStartup", true, false},
+    {"updates/lastCheck", QDateTime(), QDateTime(QDate(2026, 11, 22), QTime(3, 4, 5))},
+    {"updates/skippedVersion", "", Text},
+    {"general/startWithSystem", false, true},
+    {"general/closeAction", 0, 2},
+    {"general/theme", 0, 2},
+    {"general/taskbarButton", true, false},
+    {"general/restartOnCrash", false, true},
+    {"general/language", "", "es"},
+    {"state/auto", true, false},
+    {"state/schedule", QString(168, u'1'), QString(167, u'0') + u'1'},
+    {"state/geometry", QByteArray(), Bytes},
+};
 
 } // namespace
 
 class TestAppSettings : public QObject {
     Q_OBJECT
+
+    using OddValuesRows = Table<QString, QVariant, QVariant>;
 
 private Q_SLOTS:
     void cleanup() { QSettings().clear(); }
@@ -117,8 +107,8 @@ private Q_SLOTS:
         settings.save();
         QCOMPARE(changed.size(), 1);
         const QSettings store;
-        QCOMPARE(store.allKeys().size(), keys().size());
-        for (const Key& key : keys()) {
+        QCOMPARE(store.allKeys().size(), Keys.size());
+        for (const Key& key : Keys) {
             if (key.byDefault.isValid())
                 QVERIFY2(store.value(stored(key.name)) == key.byDefault, key.name);
         }
@@ -130,19 +120,18 @@ private Q_SLOTS:
     {
         {
             QSettings store;
-            for (const Key& key : keys())
+            for (const Key& key : Keys)
                 store.setValue(stored(key.name), key.other);
         }
         QProcess process;
         process.setProcessChannelMode(QProcess::ForwardedChannels);
-        process.start(QCoreApplication::applicationFilePath(),
-                      {RewriteArgument, QCoreApplication::applicationName(), storeFolder->path()});
+        process.start(QCoreApplication::applicationFilePath(), {RewriteArgument, QCoreApplication::applicationName()});
         QVERIFY(process.waitForFinished());
         QCOMPARE(process.exitCode(), 0);
         QSettings store;
         store.sync();
-        QCOMPARE(store.allKeys().size(), keys().size());
-        for (const Key& key : keys()) {
+        QCOMPARE(store.allKeys().size(), Keys.size());
+        for (const Key& key : Keys) {
             QVariant value = store.value(stored(key.name));
             QVERIFY2(value.convert(key.other.metaType()) && value == key.other, key.name);
         }
@@ -151,12 +140,7 @@ private Q_SLOTS:
     /// Values that no version wrote, and what is stored in their place once they were loaded.
     void oddValues_data()
     {
-        QTest::addColumn<QString>("key");
-        QTest::addColumn<QVariant>("odd");
-        QTest::addColumn<QVariant>("rewritten");
-        const auto row = [](const char* name, const QString& key, const QVariant& odd, const QVariant& rewritten) {
-            QTest::newRow(name) << key << odd << rewritten;
-        };
+        const OddValuesRows row;
         row("too few channels", "format/channels", -5, 1);
         row("too many channels", "format/channels", 99, 2);
         row("codec in capitals", "format/codec", "AAC", "m4a");
@@ -168,12 +152,11 @@ private Q_SLOTS:
     }
     void oddValues()
     {
-        QFETCH(QString, key);
-        QFETCH(QVariant, odd);
+        const auto [key, odd, rewritten] = OddValuesRows::fetch();
         QSettings().setValue(key, odd);
         AppSettings::instance().load();
         AppSettings::instance().save();
-        QTEST(QSettings().value(key), "rewritten");
+        QCOMPARE(QSettings().value(key), rewritten);
     }
 
     void passwordIsScrambled()
@@ -182,24 +165,23 @@ private Q_SLOTS:
         QCOMPARE(Scramble::scramble("secret"), "PgQRAAoD");
         QCOMPARE(Scramble::unscramble(Scramble::scramble(password)), password);
     }
-
-public:
-    static inline QTemporaryDir* storeFolder = nullptr;
 };
 
 int main(int argc, char* argv[])
 {
     QCoreApplication app(argc, argv);
+    // The store is the real one of the platform, under a name that no installed program uses.
+    QCoreApplication::setOrganizationName(QStringLiteral("Quayside"));
+    QCoreApplication::setApplicationName(
+        app.arguments().value(2, QStringLiteral("TidewellTest-%1").arg(QCoreApplication::applicationPid())));
     if (app.arguments().value(1) == RewriteArgument) {
-        useStore(app.arguments().value(2), app.arguments().value(3));
         AppSettings::instance().load();
         QSettings().clear();
         AppSettings::instance().save();
         return 0;
     }
-    QTemporaryDir folder;
-    useStore(QStringLiteral("TidewellTest-%1").arg(QCoreApplication::applicationPid()), folder.path());
-    TestAppSettings::storeFolder = &folder;
+    const QTemporaryDir folder;
+    qputenv("XDG_CONFIG_HOME", folder.path().toUtf8());
     TestAppSettings test;
     return QTest::qExec(&test, argc, argv);
 }

@@ -4,6 +4,7 @@
 #include "encode/codecs.h"
 #include "engine/schedulecontroller.h"
 #include "support/scriptedcapture.h"
+#include "support/table.h"
 #include "triggers/midimessage.h"
 #include "triggers/seriallines.h"
 #include "triggers/triggercontroller.h"
@@ -12,7 +13,6 @@
 #include <QDir>
 #include <QSignalSpy>
 #include <QTemporaryDir>
-#include <QTest>
 
 namespace {
 
@@ -38,6 +38,10 @@ public:
 /// What starts and stops the recorder, and what deletes its files.
 class TestAutomation : public QObject {
     Q_OBJECT
+
+    using TriggerPathsRows =
+        Table<bool, bool, int, QString, QString>; // events: + on, - off, h hold elapsed, m started by hand
+    using MidiMessagesRows = Table<quint32, int, int>; // outcome: 1 on, 0 off, -1 not ours
 
 private Q_SLOTS:
     void init()
@@ -99,17 +103,9 @@ private Q_SLOTS:
 
     void triggerPaths_data()
     {
-        QTest::addColumn<bool>("autoMode");
-        QTest::addColumn<bool>("scheduled");
-        QTest::addColumn<int>("hold");
-        QTest::addColumn<QString>("events"); // + on, - off, h hold elapsed, m started by hand
-        QTest::addColumn<QString>("story");
+        const TriggerPathsRows row;
         const QString on = "true|Trigger on|Recording started (trigger)";
         const QString off = "|false|Trigger off|Recording stopped (trigger)";
-        const auto row = [](const char* name, bool autoMode, bool scheduled, int hold, const char* events,
-                            const QString& story) {
-            QTest::newRow(name) << autoMode << scheduled << hold << events << story;
-        };
         row("released while idle, repeated", false, false, 0, "-++--", on + off);
         row("run-on", false, false, 5, "+-h", on + off);
         row("on again within the run-on", false, false, 5, "+-+", on);
@@ -121,10 +117,7 @@ private Q_SLOTS:
     }
     void triggerPaths()
     {
-        QFETCH(bool, autoMode);
-        QFETCH(bool, scheduled);
-        QFETCH(int, hold);
-        QFETCH(QString, events);
+        const auto [autoMode, scheduled, hold, events, story] = TriggerPathsRows::fetch();
         m_settings.autoMode = autoMode;
         m_settings.schedule.setAll(scheduled);
         m_settings.holdSeconds = hold;
@@ -146,7 +139,7 @@ private Q_SLOTS:
             else
                 m_recorder->start();
         }
-        QTEST(m_story.join(u'|'), "story");
+        QCOMPARE(m_story.join(u'|'), story);
 
         // A rebuilt trigger forgets its state without a word, and the old source has no say any more.
         const bool recording = m_recorder->isRecording();
@@ -203,25 +196,22 @@ private Q_SLOTS:
 
     void midiMessages_data()
     {
-        QTest::addColumn<quint32>("message");
-        QTest::addColumn<int>("channel");
-        QTest::addColumn<int>("outcome"); // 1 on, 0 off, -1 not ours
-        QTest::newRow("any channel") << quint32(0x643c99) << 0 << 1;
-        QTest::newRow("its channel") << quint32(0x643c99) << 10 << 1;
-        QTest::newRow("another channel") << quint32(0x643c99) << 1 << -1;
-        QTest::newRow("note on without velocity") << quint32(0x003c90) << 0 << 0;
-        QTest::newRow("note off") << quint32(0x403c80) << 0 << 0;
-        QTest::newRow("controller 63") << quint32(0x3f3cb0) << 0 << 0;
-        QTest::newRow("controller 64") << quint32(0x403cb0) << 0 << 1;
-        QTest::newRow("another note") << quint32(0x643d90) << 0 << -1;
-        QTest::newRow("program change") << quint32(0x003cc0) << 0 << -1;
+        const MidiMessagesRows row;
+        row("any channel", 0x643c99, 0, 1);
+        row("its channel", 0x643c99, 10, 1);
+        row("another channel", 0x643c99, 1, -1);
+        row("note on without velocity", 0x003c90, 0, 0);
+        row("note off", 0x403c80, 0, 0);
+        row("controller 63", 0x3f3cb0, 0, 0);
+        row("controller 64", 0x403cb0, 0, 1);
+        row("another note", 0x643d90, 0, -1);
+        row("program change", 0x003cc0, 0, -1);
     }
     void midiMessages()
     {
-        QFETCH(quint32, message);
-        QFETCH(int, channel);
+        const auto [message, channel, outcome] = MidiMessagesRows::fetch();
         const auto state = midiTriggerState(message, {channel, 60});
-        QTEST(state ? int(*state) : -1, "outcome");
+        QCOMPARE(state ? int(*state) : -1, outcome);
     }
 
     void serialText()

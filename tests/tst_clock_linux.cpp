@@ -4,10 +4,10 @@
 #include "encode/codecs.h"
 #include "engine/schedulecontroller.h"
 #include "support/scriptedcapture.h"
+#include "support/table.h"
 
 #include <QProcess>
 #include <QTemporaryDir>
-#include <QTest>
 
 using namespace std::chrono_literals;
 
@@ -15,19 +15,6 @@ namespace {
 
 constexpr char FakeClock[] = "/usr/lib/x86_64-linux-gnu/faketime/libfaketime.so.1";
 constexpr char UntilArgument[] = "--until";
-
-/// Hears a little all the time.
-class SteadyCapture : public ScriptedCapture {
-public:
-    SteadyCapture()
-    {
-        connect(&m_timer, &QTimer::timeout, this, [this] { Q_EMIT dataReady(QByteArray(3200, '\1')); });
-        m_timer.start(5ms);
-    }
-
-private:
-    QTimer m_timer;
-};
 
 /// Runs the engines until that moment of the clock, in the folder, and prints what happened and when; on standard error
 /// the minutes that each recording took.
@@ -44,7 +31,9 @@ int runEngines(const QDateTime& until, const QString& folder)
 
     ArchiveIndex archive;
     archive.setFolder(folder);
-    Recorder recorder(&archive, nullptr, {QDateTime::currentMSecsSinceEpoch, [] { return new SteadyCapture; }});
+    Recorder recorder(&archive, nullptr, {QDateTime::currentMSecsSinceEpoch, [] {
+                                              return new TimedCapture(5ms, [] { return QByteArray(3200, '\1'); });
+                                          }});
     ScheduleController controller(&recorder);
     Housekeeper housekeeper(&archive);
     const auto tell = [](const QString& text) {
@@ -80,58 +69,49 @@ int runEngines(const QDateTime& until, const QString& folder)
 class TestClock : public QObject {
     Q_OBJECT
 
+    using NightRows = Table<QString, QString, QString, QList<qint64>>;
+
 private Q_SLOTS:
-    void night_data();
-    void night();
+    void night_data()
+    {
+        const NightRows row;
+        const QString untilMidnight = "23 Recording started (scheduler)|00 Recording stopped (scheduler)|"
+                                      "00 Deleted 1 old recording(s)|01 Recording started (scheduler)|";
+        const QString tillMorning = "03 Recording stopped (scheduler)|04 Recording started (scheduler)|"
+                                    "05 Recording stopped (scheduler)|";
+        row("forward at 02:00: that hour is not there", "2024-03-30 22:40:00", "2024-03-31T05:10:00",
+            untilMidnight + tillMorning, QList<qint64>({60, 60, 60}));
+        row("back at 03:00: the hour 02 is recorded twice", "2024-10-26 22:40:00", "2024-10-27T05:10:00",
+            untilMidnight + tillMorning, QList<qint64>({60, 180, 60}));
+    }
+    void night()
+    {
+        const auto [from, until, story, minutes] = NightRows::fetch();
+        if (!QFile::exists(FakeClock))
+            QSKIP("libfaketime is not installed.");
+        QTemporaryDir folder;
+        // A day and some minutes before midnight: due soon after midnight.
+        QFile old(folder.filePath(QString(from.left(10)).remove(u'-') + "-002000.wav"));
+        QVERIFY(old.open(QIODevice::WriteOnly));
+        QProcess process;
+        QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+        environment.insert("TZ", "Europe/Berlin");
+        environment.insert("LD_PRELOAD", FakeClock);
+        environment.insert("FAKETIME", '@' + from + " x3600");
+        environment.insert("DONT_FAKE_MONOTONIC", "1");
+        process.setProcessEnvironment(environment);
+        process.start(QCoreApplication::applicationFilePath(), {UntilArgument, until, folder.path()});
+        QVERIFY(process.waitForFinished(60'000));
+        QCOMPARE(QString::fromUtf8(process.readAllStandardOutput()).replace(u'\n', u'|'), story);
+        QList<qint64> heard;
+        for (const QByteArray& line : process.readAllStandardError().trimmed().split('\n'))
+            heard << line.toLongLong();
+        QCOMPARE(heard.size(), minutes.size());
+        for (qsizetype i = 0; i < heard.size(); ++i)
+            QVERIFY2(qAbs(heard[i] - minutes[i]) <= 25, qPrintable(QString::number(heard[i])));
+        QVERIFY(!old.exists());
+    }
 };
-
-void TestClock::night_data()
-{
-    QTest::addColumn<QString>("from");
-    QTest::addColumn<QString>("until");
-    QTest::addColumn<QString>("story");
-    QTest::addColumn<QList<qint64>>("minutes");
-    const QString untilMidnight = "23 Recording started (scheduler)|00 Recording stopped (scheduler)|"
-                                  "00 Deleted 1 old recording(s)|01 Recording started (scheduler)|";
-    const QString tillMorning = "03 Recording stopped (scheduler)|04 Recording started (scheduler)|"
-                                "05 Recording stopped (scheduler)|";
-    QTest::newRow("forward at 02:00: that hour is not there")
-        << "2024-03-30 22:40:00"
-        << "2024-03-31T05:10:00" << untilMidnight + tillMorning << QList<qint64>({60, 60, 60});
-    QTest::newRow("back at 03:00: the hour 02 is recorded twice")
-        << "2024-10-26 22:40:00"
-        << "2024-10-27T05:10:00" << untilMidnight + tillMorning << QList<qint64>({60, 180, 60});
-}
-
-void TestClock::night()
-{
-    QFETCH(QString, from);
-    QFETCH(QString, until);
-    QFETCH(QList<qint64>, minutes);
-    if (!QFile::exists(FakeClock))
-        QSKIP("libfaketime is not installed.");
-    QTemporaryDir folder;
-    // A day and some minutes before midnight: due soon after midnight.
-    QFile old(folder.filePath(QString(from.left(10)).remove(u'-') + "-002000.wav"));
-    QVERIFY(old.open(QIODevice::WriteOnly));
-    QProcess process;
-    QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
-    environment.insert("TZ", "Europe/Berlin");
-    environment.insert("LD_PRELOAD", FakeClock);
-    environment.insert("FAKETIME", '@' + from + " x3600");
-    environment.insert("DONT_FAKE_MONOTONIC", "1");
-    process.setProcessEnvironment(environment);
-    process.start(QCoreApplication::applicationFilePath(), {UntilArgument, until, folder.path()});
-    QVERIFY(process.waitForFinished(60'000));
-    QTEST(QString::fromUtf8(process.readAllStandardOutput()).replace(u'\n', u'|'), "story");
-    QList<qint64> heard;
-    for (const QByteArray& line : process.readAllStandardError().trimmed().split('\n'))
-        heard << line.toLongLong();
-    QCOMPARE(heard.size(), minutes.size());
-    for (qsizetype i = 0; i < heard.size(); ++i)
-        QVERIFY2(qAbs(heard[i] - minutes[i]) <= 25, qPrintable(QString::number(heard[i])));
-    QVERIFY(!old.exists());
-}
 
 int main(int argc, char* argv[])
 {

@@ -1,10 +1,10 @@
 #include "app/crashrestart.h"
+#include "support/table.h"
 
 #include <QDir>
 #include <QFile>
 #include <QProcess>
 #include <QTemporaryDir>
-#include <QTest>
 
 #include <csignal>
 #include <stdexcept>
@@ -43,51 +43,44 @@ int crash(const QStringList& arguments)
 class TestCrashRestart : public QObject {
     Q_OBJECT
 
+    using EndsAndRestartsRows = Table<QString, bool, int>;
+
 private Q_SLOTS:
-    void endsAndRestarts_data();
-    void endsAndRestarts();
-};
-
-void TestCrashRestart::endsAndRestarts_data()
-{
-    QTest::addColumn<QString>("how");
-    QTest::addColumn<bool>("restart");
-    QTest::addColumn<int>("exitCode");
-    QTest::newRow("segmentation fault") << QString::number(SIGSEGV) << true << 128 + SIGSEGV;
-    QTest::newRow("abort") << QString::number(SIGABRT) << true << 128 + SIGABRT;
-    QTest::newRow("division by zero") << QString::number(SIGFPE) << true << 128 + SIGFPE;
-    QTest::newRow("illegal instruction") << QString::number(SIGILL) << true << 128 + SIGILL;
-    QTest::newRow("uncaught exception") << "exception" << true << 1;
-    QTest::newRow("restart not wanted") << QString::number(SIGSEGV) << false << 128 + SIGSEGV;
+    void endsAndRestarts_data()
+    {
+        const EndsAndRestartsRows row;
+        for (const int number : {SIGSEGV, SIGABRT, SIGFPE, SIGILL})
+            row("signal " + QByteArray::number(number), QString::number(number), true, 128 + number);
+        row("uncaught exception", "exception", true, 1);
+        row("restart not wanted", QString::number(SIGSEGV), false, 128 + SIGSEGV);
 #ifdef Q_OS_LINUX
-    QTest::newRow("stack overflow") << "overflow" << true << 128 + SIGSEGV;
+        row("stack overflow", "overflow", true, 128 + SIGSEGV);
 #endif
-}
+    }
+    void endsAndRestarts()
+    {
+        const auto [how, restart, exitCode] = EndsAndRestartsRows::fetch();
+        QTemporaryDir folder;
+        QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+        environment.insert(QLatin1String(FolderVariable), folder.path());
+        QProcess process;
+        process.setProcessEnvironment(environment);
+        process.start(QCoreApplication::applicationFilePath(), {how, restart ? "restart" : "stay"});
+        QVERIFY(process.waitForFinished());
+        QCOMPARE(process.exitStatus(), QProcess::NormalExit);
+        QCOMPARE(process.exitCode(), exitCode);
 
-void TestCrashRestart::endsAndRestarts()
-{
-    QFETCH(QString, how);
-    QFETCH(bool, restart);
-    QTemporaryDir folder;
-    QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
-    environment.insert(QLatin1String(FolderVariable), folder.path());
-    QProcess process;
-    process.setProcessEnvironment(environment);
-    process.start(QCoreApplication::applicationFilePath(), {how, restart ? "restart" : "stay"});
-    QVERIFY(process.waitForFinished());
-    QCOMPARE(process.exitStatus(), QProcess::NormalExit);
-    QTEST(process.exitCode(), "exitCode");
-
-    const QString trace = folder.filePath("restarted");
-    const auto restarted = [&] {
-        QFile file(trace);
-        return file.open(QIODevice::ReadOnly) && file.readAll() == CrashRestart::RestartedArgument;
-    };
-    if (restart)
-        QTRY_VERIFY(restarted());
-    else
-        QVERIFY(!QTest::qWaitFor(restarted, 500));
-}
+        const QString trace = folder.filePath("restarted");
+        const auto restarted = [&] {
+            QFile file(trace);
+            return file.open(QIODevice::ReadOnly) && file.readAll() == CrashRestart::RestartedArgument;
+        };
+        if (restart)
+            QTRY_VERIFY(restarted());
+        else
+            QVERIFY(!QTest::qWaitFor(restarted, 500));
+    }
+};
 
 int main(int argc, char* argv[])
 {

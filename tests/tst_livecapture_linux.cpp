@@ -7,23 +7,106 @@
 #include "support/audiofiles.h"
 #include "support/counting.h"
 #include "support/pulserig_linux.h"
+#include "support/table.h"
 
 #include <QElapsedTimer>
 #include <QGuiApplication>
 #include <QSignalSpy>
 #include <QTemporaryDir>
-#include <QTest>
 
 /// The input device, recorded for real through a sound server.
 class TestLiveCapture : public QObject {
     Q_OBJECT
 
+    using LosesNothingAtSegmentBordersRows = Table<int>;
+
 private Q_SLOTS:
-    void init();
-    void losesNothingAtSegmentBorders_data();
-    void losesNothingAtSegmentBorders();
-    void takesTheDefaultForADeviceThatIsGone();
-    void outlivesTheSoundServer();
+    void init()
+    {
+        m_folder = std::make_unique<QTemporaryDir>();
+        m_settings.outputFolder = m_folder->path();
+        m_settings.backend = int(CaptureBackend::InputDevice);
+        m_settings.deviceId = "line_in";
+        m_settings.channels = 2;
+        m_settings.codec = Wav;
+        m_settings.splitMinutes = 1;
+    }
+
+    void losesNothingAtSegmentBorders_data()
+    {
+        const LosesNothingAtSegmentBordersRows row;
+        row("wav", Wav);
+        row("flac, an ffmpeg ended and another started at each border", Flac);
+    }
+    void losesNothingAtSegmentBorders()
+    {
+        const auto [codec] = LosesNothingAtSegmentBordersRows::fetch();
+        m_settings.codec = codec;
+        // A clock that runs 40 times as fast cuts a file every 1.5 seconds.
+        QElapsedTimer real;
+        real.start();
+        Recorder::Environment environment = Recorder::Environment::real();
+        const qint64 begin = QDateTime(QDate(2024, 3, 5), QTime(14, 58)).toMSecsSinceEpoch();
+        environment.nowMs = [&] { return begin + real.elapsed() * 40; };
+        ArchiveIndex archive;
+        archive.setFolder(m_folder->path());
+        Recorder recorder(&archive, nullptr, environment);
+        QSignalSpy errors(&recorder, &Recorder::errorOccurred);
+
+        QVERIFY(recorder.start());
+        constexpr qint64 Frames = 6 * 44100;
+        rig->play(Counting::frames(1, Frames));
+        QTest::qWait(8000);
+        recorder.stop();
+
+        QCOMPARE(errors.size(), 0);
+        QVERIFY(archive.records().size() >= 5);
+        QByteArray whole;
+        for (const RecordInfo& record : archive.records())
+            whole += AudioFiles::decode(record.filePath);
+        qint64 first = 0;
+        while (first < whole.size() / 4 && Counting::numberAt(whole, first) == 0)
+            ++first;
+        QVERIFY(whole.mid(first * 4, Frames * 4) == Counting::frames(1, Frames));
+    }
+
+    void takesTheDefaultForADeviceThatIsGone()
+    {
+        QtAudioCapture capture("no_such_device");
+        QSignalSpy errors(&capture, &AudioCapture::errorOccurred);
+        QSignalSpy running(&capture, &AudioCapture::runningChanged);
+        QSignalSpy blocks(&capture, &AudioCapture::dataReady);
+        QCOMPARE(capture.description(), "(no input device)");
+        QVERIFY(capture.start({8000, 1}));
+        QTRY_VERIFY(blocks.size() > 3);
+        capture.stop();
+        capture.stop();
+        QCOMPARE(errors.size(), 0);
+        QCOMPARE(running, (QList<QVariantList>{{true}, {false}}));
+    }
+
+    void outlivesTheSoundServer()
+    {
+        ArchiveIndex archive;
+        archive.setFolder(m_folder->path());
+        Recorder recorder(&archive);
+        QSignalSpy errors(&recorder, &Recorder::errorOccurred);
+        QSignalSpy lines(&recorder, &Recorder::logMessage);
+        QVERIFY(recorder.start());
+        QTest::qWait(1000);
+        rig->kill();
+        QTRY_VERIFY(!recorder.isRecording());
+        QCOMPARE(errors, (QList<QVariantList>{{"Audio input error (code 4)."}}));
+        QCOMPARE(lines.last()[0].toString(), "Recording stopped (capture error)");
+        QVERIFY(archive.records().value(0).durationMs > 500);
+
+        QVERIFY(rig->start());
+        QTRY_VERIFY_WITH_TIMEOUT(recorder.start(), 20'000);
+        QSignalSpy received(&recorder, &Recorder::audioReceived);
+        QTRY_VERIFY(received.size() > 5);
+        recorder.stop();
+        QVERIFY(archive.records().size() >= 2);
+    }
 
 public:
     static inline PulseRig* rig = nullptr;
@@ -32,94 +115,6 @@ private:
     AppSettings& m_settings = AppSettings::instance();
     std::unique_ptr<QTemporaryDir> m_folder;
 };
-
-void TestLiveCapture::init()
-{
-    m_folder = std::make_unique<QTemporaryDir>();
-    m_settings.outputFolder = m_folder->path();
-    m_settings.backend = int(CaptureBackend::InputDevice);
-    m_settings.deviceId = "line_in";
-    m_settings.channels = 2;
-    m_settings.codec = Wav;
-    m_settings.splitMinutes = 1;
-}
-
-void TestLiveCapture::losesNothingAtSegmentBorders_data()
-{
-    QTest::addColumn<int>("codec");
-    QTest::newRow("wav") << int(Wav);
-    QTest::newRow("flac, an ffmpeg ended and another started at each border") << int(Flac);
-}
-
-void TestLiveCapture::losesNothingAtSegmentBorders()
-{
-    QFETCH(int, codec);
-    m_settings.codec = codec;
-    // A clock that runs 40 times as fast cuts a file every 1.5 seconds.
-    QElapsedTimer real;
-    real.start();
-    Recorder::Environment environment = Recorder::Environment::real();
-    const qint64 begin = QDateTime(QDate(2024, 3, 5), QTime(14, 58)).toMSecsSinceEpoch();
-    environment.nowMs = [&] { return begin + real.elapsed() * 40; };
-    ArchiveIndex archive;
-    archive.setFolder(m_folder->path());
-    Recorder recorder(&archive, nullptr, environment);
-    QSignalSpy errors(&recorder, &Recorder::errorOccurred);
-
-    QVERIFY(recorder.start());
-    constexpr qint64 Frames = 6 * 44100;
-    rig->play(Counting::frames(1, Frames));
-    QTest::qWait(8000);
-    recorder.stop();
-
-    QCOMPARE(errors.size(), 0);
-    QVERIFY(archive.records().size() >= 5);
-    QByteArray whole;
-    for (const RecordInfo& record : archive.records())
-        whole += AudioFiles::decode(record.filePath);
-    qint64 first = 0;
-    while (first < whole.size() / 4 && Counting::numberAt(whole, first) == 0)
-        ++first;
-    QVERIFY(whole.mid(first * 4, Frames * 4) == Counting::frames(1, Frames));
-}
-
-void TestLiveCapture::takesTheDefaultForADeviceThatIsGone()
-{
-    QtAudioCapture capture("no_such_device");
-    QSignalSpy errors(&capture, &AudioCapture::errorOccurred);
-    QSignalSpy running(&capture, &AudioCapture::runningChanged);
-    QSignalSpy blocks(&capture, &AudioCapture::dataReady);
-    QCOMPARE(capture.description(), "(no input device)");
-    QVERIFY(capture.start({8000, 1}));
-    QTRY_VERIFY(blocks.size() > 3);
-    capture.stop();
-    capture.stop();
-    QCOMPARE(errors.size(), 0);
-    QCOMPARE(running, (QList<QVariantList>{{true}, {false}}));
-}
-
-void TestLiveCapture::outlivesTheSoundServer()
-{
-    ArchiveIndex archive;
-    archive.setFolder(m_folder->path());
-    Recorder recorder(&archive);
-    QSignalSpy errors(&recorder, &Recorder::errorOccurred);
-    QSignalSpy lines(&recorder, &Recorder::logMessage);
-    QVERIFY(recorder.start());
-    QTest::qWait(1000);
-    rig->kill();
-    QTRY_VERIFY(!recorder.isRecording());
-    QCOMPARE(errors, (QList<QVariantList>{{"Audio input error (code 4)."}}));
-    QCOMPARE(lines.last()[0].toString(), "Recording stopped (capture error)");
-    QVERIFY(archive.records().value(0).durationMs > 500);
-
-    QVERIFY(rig->start());
-    QTRY_VERIFY_WITH_TIMEOUT(recorder.start(), 20'000);
-    QSignalSpy received(&recorder, &Recorder::audioReceived);
-    QTRY_VERIFY(received.size() > 5);
-    recorder.stop();
-    QVERIFY(archive.records().size() >= 2);
-}
 
 int main(int argc, char* argv[])
 {

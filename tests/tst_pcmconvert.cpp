@@ -1,8 +1,7 @@
 #include "capture/pcmconvert.h"
 
 #include "support/samples.h"
-
-#include <QTest>
+#include "support/table.h"
 
 #include <bit>
 #include <cmath>
@@ -103,78 +102,73 @@ QByteArray torture(int bits, bool isFloat, double gain)
 class TestPcmConvert : public QObject {
     Q_OBJECT
 
+    using LikeReferenceRows = Table<Layout>;
+
 private Q_SLOTS:
-    void likeReference_data();
-    void likeReference();
-    void unusable();
-    void deviceFormats();
-    void applyGain();
-};
-
-void TestPcmConvert::likeReference_data()
-{
-    QTest::addColumn<Layout>("format");
-    for (const Layout& format : {Layout{8}, {16}, {24}, {32}, {32, true}, {64, true}})
-        QTest::addRow("%d bits%s", format.bits, format.isFloat ? ", float" : "") << format;
-}
-
-void TestPcmConvert::likeReference()
-{
-    QFETCH(Layout, format);
-    for (const double gain : {1.0, GainStage::factorFromDb(3.0), -1.7, 1e35, 1.0000000001, 0.49999999999999994}) {
-        // A driver's buffer may begin anywhere.
-        const QByteArray shifted = "x" + torture(format.bits, format.isFloat, gain);
-        const auto in = QByteArray::fromRawData(shifted.constData() + 1, shifted.size() - 1);
-        quint64 overs = 0, expectedOvers = 0;
-        for (const auto& [src, dst, limiter] :
-             {std::tuple(1, 1, false), {2, 2, true}, {3, 2, true}, {6, 1, false}, {2, 4, true}}) {
-            const Layout layout{format.bits, format.isFloat, src, dst};
-            const Samples expected = reference(in, layout, {gain, limiter, &expectedOvers});
-            QCOMPARE(samplesOf(convert(in, layout, {gain, limiter, &overs})), expected);
-            QCOMPARE(overs, expectedOvers);
+    void likeReference_data()
+    {
+        const LikeReferenceRows row;
+        for (const Layout& format : {Layout{8}, {16}, {24}, {32}, {32, true}, {64, true}})
+            row(QByteArray::number(format.bits) + (format.isFloat ? " float" : ""), format);
+    }
+    void likeReference()
+    {
+        const auto [format] = LikeReferenceRows::fetch();
+        for (const double gain : {1.0, GainStage::factorFromDb(3.0), -1.7, 1e35, 1.0000000001, 0.49999999999999994}) {
+            // A driver's buffer may begin anywhere.
+            const QByteArray shifted = "x" + torture(format.bits, format.isFloat, gain);
+            const auto in = QByteArray::fromRawData(shifted.constData() + 1, shifted.size() - 1);
+            quint64 overs = 0, expectedOvers = 0;
+            for (const auto& [src, dst, limiter] :
+                 {std::tuple(1, 1, false), {2, 2, true}, {3, 2, true}, {6, 1, false}, {2, 4, true}}) {
+                const Layout layout{format.bits, format.isFloat, src, dst};
+                const Samples expected = reference(in, layout, {gain, limiter, &expectedOvers});
+                QCOMPARE(samplesOf(convert(in, layout, {gain, limiter, &overs})), expected);
+                QCOMPARE(overs, expectedOvers);
+            }
         }
     }
-}
 
-void TestPcmConvert::unusable()
-{
-    const QByteArray eight(8, '\x40');
-    for (const Layout& silent : {Layout{12}, {16, true}, {64}})
-        QCOMPARE(convert(eight, silent), QByteArray(8 / (silent.bits / 8) * 2, '\0'));
-    for (const Layout& layout : {Layout{16, false, 0, 2}, {16, false, 2, 0}, {7, false, 2, 2}, {64, true, 2, 2}})
-        QCOMPARE(convert(eight, layout), QByteArray());
-    QCOMPARE(convertToS16(nullptr, -8, 2, 16, false, 2, {}), QByteArray());
-}
-
-void TestPcmConvert::deviceFormats()
-{
-    const QByteArray in = rawBytes(0.5F, -0.25F);
-    QAudioFormat format;
-    format.setChannelCount(2);
-    for (const auto& [kind, expected] : {std::pair(QAudioFormat::Unknown, Samples{}),
-                                         {QAudioFormat::Int32, {16128, -16768}},
-                                         {QAudioFormat::Float, {16384, -8192}}}) {
-        format.setSampleFormat(kind);
-        const auto* data = reinterpret_cast<const uchar*>(in.constData());
-        QCOMPARE(samplesOf(convertToS16(data, in.size(), format, 2, {})), expected);
+    void unusable()
+    {
+        const QByteArray eight(8, '\x40');
+        for (const Layout& silent : {Layout{12}, {16, true}, {64}})
+            QCOMPARE(convert(eight, silent), QByteArray(8 / (silent.bits / 8) * 2, '\0'));
+        for (const Layout& layout : {Layout{16, false, 0, 2}, {16, false, 2, 0}, {7, false, 2, 2}, {64, true, 2, 2}})
+            QCOMPARE(convert(eight, layout), QByteArray());
+        QCOMPARE(convertToS16(nullptr, -8, 2, 16, false, 2, {}), QByteArray());
     }
-}
 
-// In place means the same as a conversion from 16 bits, but not at unity gain.
-void TestPcmConvert::applyGain()
-{
-    for (const auto& [gain, limiter, touched] :
-         {std::tuple(1.0 + 9e-13, false, false), {1.0, true, true}, {1.5, false, true}}) {
-        QByteArray pcm = "x" + torture(16, false, gain) + "x";
-        pcm.remove(0, 1); // the samples now begin at an odd address
-        const QByteArray before = pcm;
-        quint64 overs = 0, expectedOvers = 0;
-        const QByteArray expected = convert(before, {16}, {gain, limiter, &expectedOvers}) + "x";
-        applyGainS16(pcm, {gain, limiter, &overs});
-        QCOMPARE(pcm, touched ? expected : before);
-        QCOMPARE(overs, touched ? expectedOvers : 0);
+    void deviceFormats()
+    {
+        const QByteArray in = rawBytes(0.5F, -0.25F);
+        QAudioFormat format;
+        format.setChannelCount(2);
+        for (const auto& [kind, expected] : {std::pair(QAudioFormat::Unknown, Samples{}),
+                                             {QAudioFormat::Int32, {16128, -16768}},
+                                             {QAudioFormat::Float, {16384, -8192}}}) {
+            format.setSampleFormat(kind);
+            const auto* data = reinterpret_cast<const uchar*>(in.constData());
+            QCOMPARE(samplesOf(convertToS16(data, in.size(), format, 2, {})), expected);
+        }
     }
-}
+
+    // In place means the same as a conversion from 16 bits, but not at unity gain.
+    void applyGain()
+    {
+        for (const auto& [gain, limiter, touched] :
+             {std::tuple(1.0 + 9e-13, false, false), {1.0, true, true}, {1.5, false, true}}) {
+            QByteArray pcm = "x" + torture(16, false, gain) + "x";
+            pcm.remove(0, 1); // the samples now begin at an odd address
+            const QByteArray before = pcm;
+            quint64 overs = 0, expectedOvers = 0;
+            const QByteArray expected = convert(before, {16}, {gain, limiter, &expectedOvers}) + "x";
+            applyGainS16(pcm, {gain, limiter, &overs});
+            QCOMPARE(pcm, touched ? expected : before);
+            QCOMPARE(overs, touched ? expectedOvers : 0);
+        }
+    }
+};
 
 QTEST_GUILESS_MAIN(TestPcmConvert)
 #include "tst_pcmconvert.moc"

@@ -1,17 +1,19 @@
 #include "net/smtpclient.h"
+#include "support/table.h"
 
 #include <QFile>
 #include <QProcess>
 #include <QSignalSpy>
 #include <QSslConfiguration>
 #include <QTemporaryDir>
-#include <QTest>
 
 enum Port { Plain, StartTls, Tls };
 
 /// Against a real server, with and without TLS.
 class TestSmtpClientLinux : public QObject {
     Q_OBJECT
+
+    using OutcomeRows = Table<int, QString, QString, bool, QString>;
 
 private Q_SLOTS:
     void initTestCase()
@@ -30,33 +32,23 @@ private Q_SLOTS:
 
     void outcome_data()
     {
-        QTest::addColumn<int>("port");
-        QTest::addColumn<QString>("host");
-        QTest::addColumn<QString>("password");
-        QTest::addColumn<bool>("trusted");
-        QTest::addColumn<QString>("message");
-        const auto row = [](const char* name, Port port, const QString& message, const char* password = "open sesame",
-                            bool trusted = true, const char* host = "localhost") {
-            QTest::newRow(name) << int(port) << host << password << trusted << message;
-        };
+        const OutcomeRows row;
         const QString untrusted = QSslError(QSslError::SelfSignedCertificate).errorString();
-        row("plain, no login", Plain, "Notification sent.", "");
-        row("STARTTLS unknown", Plain, "454 TLS not available", "");
-        row("STARTTLS, login", StartTls, "Notification sent.");
-        row("STARTTLS, self-signed", StartTls, untrusted, "open sesame", false);
-        row("STARTTLS, another host's name", StartTls, QSslError(QSslError::HostNameMismatch).errorString(),
-            "open sesame", true, "127.0.0.1");
-        row("TLS, login", Tls, "Notification sent.");
-        row("TLS, wrong password", Tls, "Authentication failed: 535 5.7.8 Authentication credentials invalid", "guess");
-        row("TLS, self-signed", Tls, untrusted, "open sesame", false);
+        const QString otherHost = QSslError(QSslError::HostNameMismatch).errorString();
+        const char right[] = "open sesame";
+        row("plain, no login", Plain, "localhost", "", true, "Notification sent.");
+        row("STARTTLS unknown", Plain, "localhost", right, true, "454 TLS not available");
+        row("STARTTLS, login", StartTls, "localhost", right, true, "Notification sent.");
+        row("STARTTLS, self-signed", StartTls, "localhost", right, false, untrusted);
+        row("STARTTLS, another host's name", StartTls, "127.0.0.1", right, true, otherHost);
+        row("TLS, login", Tls, "localhost", right, true, "Notification sent.");
+        row("TLS, wrong password", Tls, "localhost", "guess", true,
+            "Authentication failed: 535 5.7.8 Authentication credentials invalid");
+        row("TLS, self-signed", Tls, "localhost", right, false, untrusted);
     }
     void outcome()
     {
-        QFETCH(int, port);
-        QFETCH(QString, host);
-        QFETCH(QString, password);
-        QFETCH(bool, trusted);
-        QFETCH(QString, message);
+        const auto [port, host, password, trusted, message] = OutcomeRows::fetch();
         if (m_ports.at(port) == "0")
             QSKIP("TLS from the first byte is spoken on port 465 only, and this user may not listen there");
         const bool success = message == "Notification sent.";

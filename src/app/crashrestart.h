@@ -15,4 +15,9 @@ void install(const bool& wanted);
 /// Starts a detached copy of the running executable. Works with a broken heap and a full stack: everything it needs was
 /// prepared by install(), and only then does it do anything.
 void restart();
+
+/// The platform's part of install(): makes what restart() uses, and room for a handler after a stack overflow.
+void prepare();
+/// The same: has `handler` called when the process gets this signal.
+void handle(int signalNumber, void (*handler)(int));
 } // namespace CrashRestart

@@ -5,32 +5,15 @@
 #include <QFile>
 
 #include <csignal>
-#include <cstdlib>
-#include <exception>
 #include <unistd.h>
 
 // What the handlers use is made beforehand and never freed; they call async-signal-safe functions only.
 namespace {
 
-const bool* restartWanted = nullptr;
 char* restartArguments[3] = {};
 
 // A stack overflow leaves no room for a handler on the normal stack.
 alignas(16) char handlerStack[64 * 1024];
-
-void onCrashSignal(int number)
-{
-    if (*restartWanted)
-        CrashRestart::restart();
-    _exit(128 + number);
-}
-
-[[noreturn]] void onTerminate()
-{
-    if (*restartWanted)
-        CrashRestart::restart();
-    _exit(1);
-}
 
 /// The new process must not inherit the crashed one's files, sockets and blocked signals.
 [[noreturn]] void becomeNewProcess()
@@ -49,9 +32,8 @@ void onCrashSignal(int number)
 
 } // namespace
 
-void CrashRestart::install(const bool& wanted)
+void CrashRestart::prepare()
 {
-    restartWanted = &wanted;
     restartArguments[0] = qstrdup(QFile::encodeName(QCoreApplication::applicationFilePath()));
     restartArguments[1] = const_cast<char*>(RestartedArgument);
 
@@ -59,15 +41,16 @@ void CrashRestart::install(const bool& wanted)
     stack.ss_sp = handlerStack;
     stack.ss_size = sizeof handlerStack;
     sigaltstack(&stack, nullptr);
+}
 
+void CrashRestart::handle(int signalNumber, void (*handler)(int))
+{
     struct sigaction action = {};
-    action.sa_handler = onCrashSignal;
+    action.sa_handler = handler;
     action.sa_flags = SA_ONSTACK;
     // One crash is enough: a second signal must not interrupt the handler of the first.
     sigfillset(&action.sa_mask);
-    for (const int number : {SIGSEGV, SIGABRT, SIGFPE, SIGILL})
-        sigaction(number, &action, nullptr);
-    std::set_terminate(onTerminate);
+    sigaction(signalNumber, &action, nullptr);
 }
 
 void CrashRestart::restart()

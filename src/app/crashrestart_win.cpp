@@ -4,8 +4,6 @@
 #include <QDir>
 
 #include <csignal>
-#include <cstdlib>
-#include <exception>
 #include <string>
 
 #include <windows.h>
@@ -13,38 +11,23 @@
 // What the handlers use is made beforehand and never freed.
 namespace {
 
-const bool* restartWanted = nullptr;
 std::wstring& executable = *new std::wstring;
 std::wstring& commandLine = *new std::wstring;
 
-void onCrashSignal(int number)
-{
-    if (*restartWanted)
-        CrashRestart::restart();
-    _exit(128 + number);
-}
-
-[[noreturn]] void onTerminate()
-{
-    if (*restartWanted)
-        CrashRestart::restart();
-    _exit(1);
-}
-
 } // namespace
 
-void CrashRestart::install(const bool& wanted)
+void CrashRestart::prepare()
 {
-    restartWanted = &wanted;
     executable = QDir::toNativeSeparators(QCoreApplication::applicationFilePath()).toStdWString();
     commandLine = L'"' + executable + L"\" " + QString::fromLatin1(RestartedArgument).toStdWString();
 
-    // Room for the handler after a stack overflow.
     ULONG reserve = 64 * 1024;
     SetThreadStackGuarantee(&reserve);
-    for (const int number : {SIGSEGV, SIGABRT, SIGFPE, SIGILL})
-        std::signal(number, onCrashSignal);
-    std::set_terminate(onTerminate);
+}
+
+void CrashRestart::handle(int signalNumber, void (*handler)(int))
+{
+    std::signal(signalNumber, handler);
 }
 
 void CrashRestart::restart()

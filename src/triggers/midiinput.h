@@ -15,16 +15,17 @@ public:
     /// Names of the inputs that are there; their places are the indexes that open() takes.
     static QStringList deviceNames();
 
-    MidiInput();
-    ~MidiInput();
-
     /// Opens and starts an input. \return 0, or the system's error number.
     int open(int index, Handler handler);
     /// Once this returns, the handler is not called any more. Safe at any time.
-    void close();
+    void close() { m_device.reset(); }
     bool isOpen() const { return m_device != nullptr; }
 
 private:
-    struct Device;
+    /// An open input, which its destructor closes.
+    struct Device {
+        virtual ~Device() = default;
+    };
+    struct SystemDevice; ///< the platform's
     std::unique_ptr<Device> m_device;
 };

@@ -38,16 +38,22 @@ std::unique_ptr<RtMidiIn> connectToSystem()
 
 } // namespace
 
-struct MidiInput::Device {
+struct MidiInput::SystemDevice : Device {
     Handler handler; ///< outlives the input, which calls it
     std::unique_ptr<RtMidiIn> input;
 
+    ~SystemDevice() override
+    {
+        // Not cancelCallback() first: it takes the handler away from under a message that is just coming in.
+        if (input)
+            input->closePort();
+    }
     static void onMessage(double, std::vector<unsigned char>* bytes, void* user)
     {
         quint32 message = 0;
         for (size_t i = 0; i < bytes->size() && i < 3; ++i)
             message |= quint32((*bytes)[i]) << (8 * i);
-        static_cast<const Device*>(user)->handler(message);
+        static_cast<const SystemDevice*>(user)->handler(message);
     }
 };
 
@@ -61,37 +67,21 @@ QStringList MidiInput::deviceNames()
     return names;
 }
 
-MidiInput::MidiInput() = default;
-
-MidiInput::~MidiInput()
-{
-    close();
-}
-
 int MidiInput::open(int index, Handler handler)
 {
     close();
-    auto device = std::make_unique<Device>();
+    auto device = std::make_unique<SystemDevice>();
     device->handler = std::move(handler);
     device->input = connectToSystem();
     if (!device->input)
         return RtMidiError::NO_DEVICES_FOUND;
     RtMidiError::Type worst = RtMidiError::WARNING;
     device->input->setErrorCallback(onRtMidiError, &worst);
-    device->input->setCallback(Device::onMessage, device.get());
+    device->input->setCallback(SystemDevice::onMessage, device.get());
     device->input->openPort(unsigned(index), ClientName);
     device->input->setErrorCallback(onRtMidiError);
     if (worst != RtMidiError::WARNING)
         return worst;
     m_device = std::move(device);
     return 0;
-}
-
-void MidiInput::close()
-{
-    if (!m_device)
-        return;
-    // Not cancelCallback() first: it takes the handler away from under a message that is just coming in.
-    m_device->input->closePort();
-    m_device.reset();
 }

@@ -4,14 +4,23 @@
 
 #include <mmsystem.h>
 
-struct MidiInput::Device {
+struct MidiInput::SystemDevice : Device {
     HMIDIIN handle = nullptr;
     Handler handler;
 
+    ~SystemDevice() override
+    {
+        if (!handle)
+            return;
+        // Reset before close, so that no message is on its way when the handle is gone.
+        midiInStop(handle);
+        midiInReset(handle);
+        midiInClose(handle);
+    }
     static void CALLBACK onMessage(HMIDIIN, UINT kind, DWORD_PTR user, DWORD_PTR message, DWORD_PTR)
     {
         if (kind == MIM_DATA && user != 0)
-            reinterpret_cast<const Device*>(user)->handler(quint32(message));
+            reinterpret_cast<const SystemDevice*>(user)->handler(quint32(message));
     }
 };
 
@@ -27,34 +36,17 @@ QStringList MidiInput::deviceNames()
     return names;
 }
 
-MidiInput::MidiInput() = default;
-
-MidiInput::~MidiInput()
-{
-    close();
-}
-
 int MidiInput::open(int index, Handler handler)
 {
     close();
-    auto device = std::make_unique<Device>();
+    auto device = std::make_unique<SystemDevice>();
     device->handler = std::move(handler);
-    const MMRESULT result = midiInOpen(&device->handle, UINT(index), reinterpret_cast<DWORD_PTR>(&Device::onMessage),
-                                       reinterpret_cast<DWORD_PTR>(device.get()), CALLBACK_FUNCTION);
+    const MMRESULT result =
+        midiInOpen(&device->handle, UINT(index), reinterpret_cast<DWORD_PTR>(&SystemDevice::onMessage),
+                   reinterpret_cast<DWORD_PTR>(device.get()), CALLBACK_FUNCTION);
     if (result != MMSYSERR_NOERROR)
         return int(result);
     midiInStart(device->handle);
     m_device = std::move(device);
     return 0;
-}
-
-void MidiInput::close()
-{
-    if (!m_device)
-        return;
-    // Reset before close, so that no message is on its way when the handle is gone.
-    midiInStop(m_device->handle);
-    midiInReset(m_device->handle);
-    midiInClose(m_device->handle);
-    m_device.reset();
 }

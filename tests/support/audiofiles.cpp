@@ -26,10 +26,8 @@ bool AudioFiles::toolsAvailable()
 
 QJsonObject AudioFiles::probe(const QString& path)
 {
-    const QByteArray json =
-        output(QStringLiteral("ffprobe"),
-               {QStringLiteral("-v"), QStringLiteral("error"), QStringLiteral("-of"), QStringLiteral("json"),
-                QStringLiteral("-show_streams"), QStringLiteral("-show_format"), path});
+    const QByteArray json = output(QStringLiteral("ffprobe"),
+                                   QStringLiteral("-v error -of json -show_streams -show_format").split(u' ') << path);
     const QJsonObject report = QJsonDocument::fromJson(json).object();
     QJsonObject merged = report[QStringLiteral("streams")].toArray().at(0).toObject();
     const QJsonObject format = report[QStringLiteral("format")].toObject();
