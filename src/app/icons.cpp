@@ -1,4 +1,4 @@
-#include "ui/icons.h"
+#include "app/icons.h"
 
 QIcon Icons::load(const QString& name)
 {

@@ -1,0 +1,148 @@
+#include "archive/archivemodel.h"
+
+#include "app/icons.h"
+#include "archive/archiveindex.h"
+
+#include <QLocale>
+
+#include <algorithm>
+#include <limits>
+
+namespace {
+
+constexpr qint64 Unknown = std::numeric_limits<qint64>::min();
+
+QDateTime endOf(const RecordInfo& record)
+{
+    return record.durationMs > 0 && record.start.isValid() ? record.start.addMSecs(record.durationMs) : QDateTime();
+}
+
+} // namespace
+
+ArchiveModel::ArchiveModel(ArchiveIndex* index, QObject* parent)
+    : QAbstractTableModel(parent),
+      m_index(index),
+      m_recordingIcon(Icons::load(QStringLiteral("recording"))),
+      m_audioIcon(Icons::load(QStringLiteral("audio")))
+{
+    if (m_index)
+        connect(m_index, &ArchiveIndex::changed, this, &ArchiveModel::reload);
+    reload();
+}
+
+void ArchiveModel::reload()
+{
+    beginResetModel();
+    m_rows.clear();
+    const QList<RecordInfo> records = m_index ? m_index->records() : QList<RecordInfo>();
+    m_rows.reserve(records.size());
+    for (const RecordInfo& record : records)
+        m_rows.append({record, record.start.isValid() ? record.start.toMSecsSinceEpoch() : Unknown});
+    endResetModel();
+}
+
+int ArchiveModel::rowCount(const QModelIndex& parent) const
+{
+    return parent.isValid() ? 0 : int(m_rows.size());
+}
+
+int ArchiveModel::columnCount(const QModelIndex& parent) const
+{
+    return parent.isValid() ? 0 : int(ColumnCount);
+}
+
+RecordInfo ArchiveModel::record(int row) const
+{
+    return row >= 0 && row < m_rows.size() ? m_rows.at(row).record : RecordInfo();
+}
+
+QVariant ArchiveModel::headerData(int section, Qt::Orientation orientation, int role) const
+{
+    if (orientation != Qt::Horizontal || role != Qt::DisplayRole || section < 0 || section >= ColumnCount)
+        return {};
+    const QString headers[ColumnCount] = {tr("Date"), tr("Started"), tr("Stopped"), tr("Length"), tr("File"), tr("Path")};
+    return headers[section];
+}
+
+QVariant ArchiveModel::data(const QModelIndex& index, int role) const
+{
+    if (!checkIndex(index, CheckIndexOption::IndexIsValid | CheckIndexOption::ParentIsInvalid))
+        return {};
+    const RecordInfo& record = m_rows.at(index.row()).record;
+    switch (role) {
+    case Qt::DisplayRole:
+        return displayText(record, index.column());
+    case Qt::DecorationRole:
+        return index.column() == Date ? QVariant(record.inProgress ? m_recordingIcon : m_audioIcon) : QVariant();
+    case Qt::ToolTipRole:
+        return toolTip(record);
+    case Qt::TextAlignmentRole:
+        return index.column() == Length ? QVariant(int(Qt::AlignRight | Qt::AlignVCenter)) : QVariant();
+    case PathRole:
+        return record.filePath;
+    case StartRole:
+        return record.start;
+    case EndRole:
+        return endOf(record);
+    case DurationRole:
+        return record.durationMs;
+    default:
+        return {};
+    }
+}
+
+QString ArchiveModel::displayText(const RecordInfo& record, int column) const
+{
+    const QLocale locale;
+    switch (column) {
+    case Date:
+        return locale.toString(record.start.date(), QLocale::ShortFormat);
+    case Started:
+        return locale.toString(record.start.time(), QLocale::ShortFormat);
+    case Stopped: {
+        const QDateTime end = endOf(record);
+        return end.isValid() ? locale.toString(end.time(), QLocale::ShortFormat) : QStringLiteral("-");
+    }
+    case Length:
+        return lengthText(record.durationMs);
+    case File:
+        return record.fileName;
+    default:
+        return record.filePath;
+    }
+}
+
+QString ArchiveModel::toolTip(const RecordInfo& record) const
+{
+    return QStringLiteral("%1\n%2\n%3")
+        .arg(record.filePath, QLocale().formattedDataSize(record.bytes), lengthText(record.durationMs));
+}
+
+QString ArchiveModel::lengthText(qint64 durationMs)
+{
+    const qint64 seconds = std::max<qint64>(durationMs, 0) / 1000;
+    const auto twoDigits = [](qint64 value) { return QStringLiteral("%1").arg(value, 2, 10, QLatin1Char('0')); };
+    return QStringLiteral("%1:%2:%3").arg(QString::number(seconds / 3600), twoDigits(seconds / 60 % 60),
+                                          twoDigits(seconds % 60));
+}
+
+bool ArchiveModel::lessThan(int leftRow, int rightRow, Column column) const
+{
+    const Row& left = m_rows.at(leftRow);
+    const Row& right = m_rows.at(rightRow);
+    const auto end = [](const Row& row) {
+        return row.startMs != Unknown && row.record.durationMs > 0 ? row.startMs + row.record.durationMs : Unknown;
+    };
+    switch (column) {
+    case Stopped:
+        return end(left) < end(right);
+    case Length:
+        return left.record.durationMs < right.record.durationMs;
+    case File:
+        return left.record.fileName < right.record.fileName;
+    case Path:
+        return left.record.filePath < right.record.filePath;
+    default:
+        return left.startMs < right.startMs;
+    }
+}

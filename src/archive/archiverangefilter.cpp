@@ -1,0 +1,42 @@
+#include "archive/archiverangefilter.h"
+
+#include "archive/archivemodel.h"
+
+#include <algorithm>
+
+ArchiveRangeFilter::ArchiveRangeFilter(ArchiveModel* source, QObject* parent)
+    : QSortFilterProxyModel(parent), m_source(source)
+{
+    setSourceModel(source);
+}
+
+void ArchiveRangeFilter::setRange(const QDateTime& from, const QDateTime& to)
+{
+    m_enabled = from.isValid() && to.isValid();
+    m_fromMs = from.toMSecsSinceEpoch();
+    m_toMs = to.toMSecsSinceEpoch();
+    invalidateFilter();
+}
+
+void ArchiveRangeFilter::clearRange()
+{
+    m_enabled = false;
+    invalidateFilter();
+}
+
+bool ArchiveRangeFilter::filterAcceptsRow(int row, const QModelIndex& parent) const
+{
+    Q_UNUSED(parent)
+    if (!m_enabled)
+        return true;
+    const RecordInfo& record = m_source->record(row);
+    if (!record.start.isValid())
+        return false;
+    const qint64 start = m_source->startMs(row);
+    return start <= m_toMs && start + std::max<qint64>(record.durationMs, 0) >= m_fromMs;
+}
+
+bool ArchiveRangeFilter::lessThan(const QModelIndex& left, const QModelIndex& right) const
+{
+    return m_source->lessThan(left.row(), right.row(), ArchiveModel::Column(left.column()));
+}
