@@ -132,16 +132,16 @@ void TestVfdPanel::repaints()
 
 void TestVfdPanel::smallRepaintsLeaveNothingBehind()
 {
-    for (const int ratio : {1, 2}) {
+    for (const qreal ratio : {1.0, 1.25, 1.5, 2.0}) {
         VfdPainter panel;
-        panel.setSurface({QSize(520, 158), qreal(ratio), QFont(), Qt::white});
+        panel.setSurface({QSize(520, 158), ratio, QFont(), Qt::white});
         const auto draw = [&](QImage& image, const VfdGeometry::MeterLights& lights, const QRect& dirty) {
             QPainter painter(&image);
             painter.setClipRect(dirty);
-            panel.drawBackground(painter, dirty);
+            panel.drawBackground(painter);
             panel.drawMeter(painter, lights, dirty);
         };
-        QImage kept(QSize(520, 158) * ratio, QImage::Format_RGB32);
+        QImage kept((QSizeF(520, 158) * ratio).toSize(), QImage::Format_RGB32);
         kept.setDevicePixelRatio(ratio);
         QImage fresh = kept;
         VfdGeometry::MeterLights shown;

@@ -40,7 +40,7 @@ constexpr double TextSpacing = 14;
 constexpr double SmallestSourceWidth = 40;
 
 struct LampLook {
-    const char* text;
+    const char* text = nullptr;
     QColor lit;
     QColor unlit;
 };
@@ -70,7 +70,7 @@ private:
 void drawLine(QPainter& painter, const QRectF& rect, Qt::AlignmentFlag side, const QColor& color, const QString& text)
 {
     painter.setPen(color);
-    painter.drawText(rect, int(side | Qt::AlignVCenter) | Qt::TextSingleLine, text);
+    painter.drawText(rect, int(side | Qt::AlignVCenter) | Qt::TextSingleLine | Qt::TextDontClip, text);
 }
 
 /// \return the width that it took
@@ -139,11 +139,12 @@ QPixmap VfdPainter::renderBackground() const
     row = m_layout.meter;
     row.setHeight(LegendHeight);
     drawLine(painter, row, Qt::AlignLeft, Legend, tr("PEAK LEVEL METER"));
-    // Unlike the rest this is a unit, and its letters have a case.
     drawLine(painter, row, Qt::AlignRight, Legend, tr("dBFS"));
     drawLine(painter, m_layout.schedule.adjusted(0, 3, 0, 0), Qt::AlignLeft, Legend, tr("TODAY"));
     renderMeterGround(painter);
     renderScale(painter);
+    painter.end();
+    pixmap.setDevicePixelRatio(1.0); // it is copied pixel by pixel
     return pixmap;
 }
 
@@ -177,10 +178,12 @@ void VfdPainter::renderScale(QPainter& painter) const
     }
 }
 
-void VfdPainter::drawBackground(QPainter& painter, const QRect& dirty) const
+void VfdPainter::drawBackground(QPainter& painter) const
 {
-    const double ratio = m_surface.devicePixelRatio;
-    painter.drawPixmap(dirty, m_background, QRectF(QPointF(dirty.topLeft()) * ratio, QSizeF(dirty.size()) * ratio));
+    painter.save();
+    painter.scale(1 / m_surface.devicePixelRatio, 1 / m_surface.devicePixelRatio);
+    painter.drawPixmap(0, 0, m_background);
+    painter.restore();
 }
 
 // --- the clock -------------------------------------------------------------------------------------------------
