@@ -3,9 +3,11 @@
 #include "ui/meterballistics.h"
 #include "ui/vfdgeometry.h"
 
+#include <QHelpEvent>
 #include <QPaintEvent>
 #include <QPainter>
 #include <QTest>
+#include <QToolTip>
 
 class TestVfdPanel : public QObject {
     Q_OBJECT
@@ -169,6 +171,14 @@ void TestVfdPanel::lampsAndTexts()
     QVERIFY(inactive != noTrigger);
     panel.setTriggerState(true, true);
     QVERIFY(grab(status) != inactive);
+
+    QHelpEvent help(QEvent::ToolTip, QPoint(20, 80), panel.mapToGlobal(QPoint(20, 80)));
+    panel.setRecording(true);
+    QCoreApplication::sendEvent(&panel, &help);
+    QCOMPARE(QToolTip::text(), "Recording");
+    panel.setFileText("a.mp3");
+    QVERIFY2(panel.accessibleDescription().contains("a.mp3"), qPrintable(panel.accessibleDescription()));
+    panel.setRecording(false);
 
     // Texts of any length stay on their line and off their neighbours.
     const QString longText(300, u'W');

@@ -25,7 +25,7 @@ constexpr int HoldDarkening = 130;
 constexpr double LegendHeight = 10;
 constexpr std::array<double, 2> BarTops{14, 28};
 constexpr double BarHeight = 11;
-constexpr double ScaleTop = 42;
+constexpr double ScaleTop = 41.5;
 constexpr double FigureTop = 15;
 constexpr double Glow = 3.5;
 constexpr double HoldGlow = 2;
@@ -174,7 +174,7 @@ void VfdPainter::renderScale(QPainter& painter) const
         const double ratio = m_surface.devicePixelRatio;
         painter.fillRect(QRectF(toDevice(x - 0.5) / ratio, top, qMax(1, toDevice(1)) / ratio, 2), color);
         const QString text = db < 0 ? QChar(0x2212) + QString::number(-db) : QString::number(db);
-        drawLine(painter, QRectF(x - 20, top + 2, 40, LegendHeight), Qt::AlignHCenter, color, text);
+        drawLine(painter, QRectF(x - 20, top + 3, 40, LegendHeight), Qt::AlignHCenter, color, text);
     }
 }
 
