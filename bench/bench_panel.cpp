@@ -22,7 +22,7 @@ void wholeMeter(benchmark::State& state, double devicePixelRatio)
     for (auto _ : state) {
         QPainter painter(&image);
         painter.setClipRect(meter);
-        panel.drawBackground(painter, meter);
+        panel.drawBackground(painter);
         panel.drawMeter(painter, lights, meter);
     }
 }

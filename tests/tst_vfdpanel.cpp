@@ -3,9 +3,11 @@
 #include "ui/meterballistics.h"
 #include "ui/vfdgeometry.h"
 
+#include <QHelpEvent>
 #include <QPaintEvent>
 #include <QPainter>
 #include <QTest>
+#include <QToolTip>
 
 class TestVfdPanel : public QObject {
     Q_OBJECT
@@ -132,16 +134,16 @@ void TestVfdPanel::repaints()
 
 void TestVfdPanel::smallRepaintsLeaveNothingBehind()
 {
-    for (const int ratio : {1, 2}) {
+    for (const qreal ratio : {1.0, 1.25, 1.5, 2.0}) {
         VfdPainter panel;
-        panel.setSurface({QSize(520, 158), qreal(ratio), QFont(), Qt::white});
+        panel.setSurface({QSize(520, 158), ratio, QFont(), Qt::white});
         const auto draw = [&](QImage& image, const VfdGeometry::MeterLights& lights, const QRect& dirty) {
             QPainter painter(&image);
             painter.setClipRect(dirty);
-            panel.drawBackground(painter, dirty);
+            panel.drawBackground(painter);
             panel.drawMeter(painter, lights, dirty);
         };
-        QImage kept(QSize(520, 158) * ratio, QImage::Format_RGB32);
+        QImage kept((QSizeF(520, 158) * ratio).toSize(), QImage::Format_RGB32);
         kept.setDevicePixelRatio(ratio);
         QImage fresh = kept;
         VfdGeometry::MeterLights shown;
@@ -169,6 +171,14 @@ void TestVfdPanel::lampsAndTexts()
     QVERIFY(inactive != noTrigger);
     panel.setTriggerState(true, true);
     QVERIFY(grab(status) != inactive);
+
+    QHelpEvent help(QEvent::ToolTip, QPoint(20, 80), panel.mapToGlobal(QPoint(20, 80)));
+    panel.setRecording(true);
+    QCoreApplication::sendEvent(&panel, &help);
+    QCOMPARE(QToolTip::text(), "Recording");
+    panel.setFileText("a.mp3");
+    QVERIFY2(panel.accessibleDescription().contains("a.mp3"), qPrintable(panel.accessibleDescription()));
+    panel.setRecording(false);
 
     // Texts of any length stay on their line and off their neighbours.
     const QString longText(300, u'W');

@@ -25,7 +25,7 @@ constexpr int HoldDarkening = 130;
 constexpr double LegendHeight = 10;
 constexpr std::array<double, 2> BarTops{14, 28};
 constexpr double BarHeight = 11;
-constexpr double ScaleTop = 42;
+constexpr double ScaleTop = 41.5;
 constexpr double FigureTop = 15;
 constexpr double Glow = 3.5;
 constexpr double HoldGlow = 2;
@@ -40,7 +40,7 @@ constexpr double TextSpacing = 14;
 constexpr double SmallestSourceWidth = 40;
 
 struct LampLook {
-    const char* text;
+    const char* text = nullptr;
     QColor lit;
     QColor unlit;
 };
@@ -70,7 +70,7 @@ private:
 void drawLine(QPainter& painter, const QRectF& rect, Qt::AlignmentFlag side, const QColor& color, const QString& text)
 {
     painter.setPen(color);
-    painter.drawText(rect, int(side | Qt::AlignVCenter) | Qt::TextSingleLine, text);
+    painter.drawText(rect, int(side | Qt::AlignVCenter) | Qt::TextSingleLine | Qt::TextDontClip, text);
 }
 
 /// \return the width that it took
@@ -139,11 +139,12 @@ QPixmap VfdPainter::renderBackground() const
     row = m_layout.meter;
     row.setHeight(LegendHeight);
     drawLine(painter, row, Qt::AlignLeft, Legend, tr("PEAK LEVEL METER"));
-    // Unlike the rest this is a unit, and its letters have a case.
     drawLine(painter, row, Qt::AlignRight, Legend, tr("dBFS"));
     drawLine(painter, m_layout.schedule.adjusted(0, 3, 0, 0), Qt::AlignLeft, Legend, tr("TODAY"));
     renderMeterGround(painter);
     renderScale(painter);
+    painter.end();
+    pixmap.setDevicePixelRatio(1.0); // it is copied pixel by pixel
     return pixmap;
 }
 
@@ -173,14 +174,16 @@ void VfdPainter::renderScale(QPainter& painter) const
         const double ratio = m_surface.devicePixelRatio;
         painter.fillRect(QRectF(toDevice(x - 0.5) / ratio, top, qMax(1, toDevice(1)) / ratio, 2), color);
         const QString text = db < 0 ? QChar(0x2212) + QString::number(-db) : QString::number(db);
-        drawLine(painter, QRectF(x - 20, top + 2, 40, LegendHeight), Qt::AlignHCenter, color, text);
+        drawLine(painter, QRectF(x - 20, top + 3, 40, LegendHeight), Qt::AlignHCenter, color, text);
     }
 }
 
-void VfdPainter::drawBackground(QPainter& painter, const QRect& dirty) const
+void VfdPainter::drawBackground(QPainter& painter) const
 {
-    const double ratio = m_surface.devicePixelRatio;
-    painter.drawPixmap(dirty, m_background, QRectF(QPointF(dirty.topLeft()) * ratio, QSizeF(dirty.size()) * ratio));
+    painter.save();
+    painter.scale(1 / m_surface.devicePixelRatio, 1 / m_surface.devicePixelRatio);
+    painter.drawPixmap(0, 0, m_background);
+    painter.restore();
 }
 
 // --- the clock -------------------------------------------------------------------------------------------------

@@ -45,7 +45,8 @@ public:
     /// The part of the meter to be repainted after the lights have changed.
     QRectF meterChange(const VfdGeometry::MeterLights& from, const VfdGeometry::MeterLights& to) const;
 
-    void drawBackground(QPainter& painter, const QRect& dirty) const;
+    /// As far as the painter's clip allows, as with all the others.
+    void drawBackground(QPainter& painter) const;
     void drawClock(QPainter& painter, qint64 ms);
     void drawMeter(QPainter& painter, const VfdGeometry::MeterLights& lights, const QRect& dirty) const;
     void drawStatus(QPainter& painter, const Lamps& lamps, const QString& codec, const QString& source) const;

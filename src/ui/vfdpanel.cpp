@@ -138,8 +138,7 @@ void VfdPanel::setText(QString& stored, const QString& text, QRectF Layout::*reg
 
 void VfdPanel::updateRegion(QRectF Layout::*region)
 {
-    prepareSurface();
-    update((m_painter.layout().*region).toAlignedRect());
+    update((VfdGeometry::layout(width()).*region).toAlignedRect());
 }
 
 /// Most readings light the same segments as the ones before.
@@ -212,7 +211,7 @@ void VfdPanel::paintEvent(QPaintEvent* event)
     const auto isDirty = [&](const QRectF& region) { return dirty.intersects(region.toAlignedRect()); };
 
     QPainter painter(this);
-    m_painter.drawBackground(painter, event->rect());
+    m_painter.drawBackground(painter);
     if (isDirty(layout.meter))
         m_painter.drawMeter(painter, m_lights, event->rect());
     if (isDirty(layout.clock))
