@@ -35,6 +35,7 @@ private Q_SLOTS:
         row("a second before", "2024-03-05T14:59:59", 60, true, "2024-03-05T15:00:00");
         row("grid restarts at midnight", "2024-03-05T23:40:00", 50, true, "2024-03-06T00:10:00");
         row("longer than a day", "2024-03-05T23:40:00", 3000, true, "2024-03-07T02:00:00");
+        row("clock goes forward", "2024-03-31T00:00:00", 360, true, "2024-03-31T06:00:00");
         row("not aligned", "2024-03-05T14:59:59", 60, false, "2024-03-05T15:59:59");
         row("not split", "2024-03-05T14:59:59", 0, true, "");
     }
@@ -62,10 +63,12 @@ private Q_SLOTS:
         QDateTime start = QDateTime::fromSecsSinceEpoch(midnightUtc);
         if (start.time() != QTime(0, 0) || start.addDays(1).offsetFromUtc() == start.offsetFromUtc())
             QSKIP("This system does not know the zone Europe/Berlin.");
+        start = start.addSecs(5);
         for (const QDateTime midnight = start.addDays(1); start < midnight;) {
             const QDateTime end = Segment::end(start, minutes, true);
             QVERIFY2(end > start && start.secsTo(end) <= minutes * 60, qPrintable(start.toString()));
             const int minuteOfDay = end.time().hour() * 60 + end.time().minute();
+            QCOMPARE(end.time().second(), 0);
             QVERIFY2(minuteOfDay % minutes == 0 || (minutes > 60 && minuteOfDay % 60 == 0), qPrintable(end.toString()));
             start = end;
         }

@@ -11,6 +11,7 @@ class TestLinearResampler : public QObject {
     Q_OBJECT
 
     using CutsRows = Table<int, int, int>;
+    using PositionsRows = Table<double, Samples, Samples, double>;
 
 private Q_SLOTS:
     void cuts_data()
@@ -45,11 +46,6 @@ private Q_SLOTS:
             produced += out.size() / channels;
             QCOMPARE(produced, (end * dstRate + srcRate - 1) / srcRate);
         }
-        LinearResampler fresh;
-        fresh.init(channels, srcRate, dstRate);
-        resampler.reset();
-        const QByteArray block = bytesOf(in.first(999 * channels));
-        QCOMPARE(resampler.process(block), fresh.process(block));
     }
 
     // At a tenth of 48000 and 44100 Hz to save time: every step has the same fraction.
@@ -63,6 +59,26 @@ private Q_SLOTS:
             produced += resampler.process(block.first(2 * qMin<qint64>(left, 47989))).size() / 2;
         QCOMPARE(produced, 86400 * 4410);
         QCOMPARE(resampler.pos, 0.0);
+    }
+
+    void positions_data()
+    {
+        const PositionsRows row;
+        row("on the previous frame", -1.0, Samples{2000}, Samples{1000, 1500, 2000, 2000}, 0.0);
+        row("between the blocks", -0.5, Samples{2000, 3000}, Samples{1500, 2000, 2500, 3000, 3000}, 0.0);
+        row("extremes", 0.0, Samples{-32768, 32767}, Samples{-32768, -1, 32767, 32767}, 0.0);
+        row("beyond the block", 2.5, Samples{1, 2}, Samples{}, 0.5);
+    }
+    void positions()
+    {
+        const auto [pos, in, expected, posAfter] = PositionsRows::fetch();
+        LinearResampler resampler{1, 22050, 44100, false, pos, {1000}};
+        QCOMPARE(samplesOf(resampler.process(bytesOf(in))), expected);
+        QCOMPARE(resampler.pos, posAfter);
+        QCOMPARE(resampler.last, Samples{in.last()});
+        resampler.reset();
+        QCOMPARE(resampler.pos, 0.0);
+        QCOMPARE(resampler.last, Samples{0});
     }
 
     void oddBlocks()

@@ -78,6 +78,8 @@ private Q_SLOTS:
         }
         if (lossless)
             QVERIFY(whole == Counting::frames(0, 150 * Rate));
+        m_archive->rescan();
+        QCOMPARE(m_archive->records().size(), 3);
     }
 
     void tellsWhatHappensInOrder()
