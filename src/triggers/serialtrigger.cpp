@@ -32,6 +32,11 @@ const ControlLine& watchedLine()
 
 } // namespace
 
+bool SerialTrigger::isSupported()
+{
+    return true;
+}
+
 QList<SerialTrigger::Port> SerialTrigger::ports()
 {
     QList<Port> list;

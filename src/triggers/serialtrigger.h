@@ -17,6 +17,8 @@ class SerialTrigger : public TriggerSource {
 public:
     enum class Mode { ControlLine = 1, TextCommands = 2 };
 
+    /// Whether this build can use serial ports at all.
+    static bool isSupported();
     /// A serial port of this machine, for choosing one.
     struct Port {
         QString name;

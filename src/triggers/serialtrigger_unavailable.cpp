@@ -1,6 +1,11 @@
 // Stands in for serialtrigger.cpp where Qt has no serial port module.
 #include "triggers/serialtrigger.h"
 
+bool SerialTrigger::isSupported()
+{
+    return false;
+}
+
 QList<SerialTrigger::Port> SerialTrigger::ports()
 {
     return {};

@@ -13,7 +13,9 @@
 #include "ui/capturediagnostics.h"
 #include "ui/controlstyles.h"
 #include "ui/loglist.h"
+#include "ui/plainmessage.h"
 #include "ui/schedulerdialog.h"
+#include "ui/settingsdialog.h"
 #include "ui/statustexts.h"
 #include "ui/trayicon.h"
 #include "ui/updatedialog.h"
@@ -30,7 +32,6 @@
 #include <QLabel>
 #include <QLocale>
 #include <QMenuBar>
-#include <QMessageBox>
 #include <QPushButton>
 #include <QStatusBar>
 #include <QVBoxLayout>
@@ -123,6 +124,7 @@ QLayout* MainWindow::buildControls()
 void MainWindow::buildMenus()
 {
     QMenu* menu = menuBar()->addMenu(tr("&Tidewell"));
+    menu->addAction(tr("&Settings..."), QKeySequence(Qt::CTRL | Qt::Key_Comma), this, &MainWindow::openSettings);
     menu->addAction(tr("Sc&heduler..."), QKeySequence(Qt::CTRL | Qt::Key_H), this, &MainWindow::openScheduler);
     menu->addSeparator();
     menu->addAction(tr("Start/stop &recording"), QKeySequence(Qt::CTRL | Qt::Key_R), this,
@@ -230,6 +232,21 @@ void MainWindow::showTriggerState()
                                                     : tr("Trigger: off"));
 }
 
+void MainWindow::openSettings()
+{
+    const bool wasRecording = m_recorder->isRecording();
+    if (SettingsDialog(m_settings, this).exec() != QDialog::Accepted)
+        return;
+    m_archive->setFolder(m_settings.outputFolder);
+    if (wasRecording) {
+        m_recorder->stop(tr("settings changed"));
+        m_recorder->start(tr("settings changed"));
+    }
+    m_trigger->reload();
+    synchroniseAutoMode();
+    appendLog(tr("Settings saved"));
+}
+
 void MainWindow::openScheduler()
 {
     SchedulerDialog dialog(m_settings.schedule, this);
@@ -335,9 +352,10 @@ void MainWindow::runCaptureDiagnostics()
     if (m_diagnostics->isRunning())
         return;
     if (!m_recorder->isRecording()) {
-        tell(QMessageBox::Information, tr("Capture Diagnostics"),
-             tr("Start recording first - diagnostics measure the live capture path, which only runs while "
-                "recording."));
+        PlainMessage::show(
+            this, QMessageBox::Information, tr("Capture Diagnostics"),
+            tr("Start recording first - diagnostics measure the live capture path, which only runs while "
+               "recording."));
         return;
     }
     m_diagnostics->start();
@@ -380,8 +398,8 @@ void MainWindow::onUpToDate(bool silent)
 {
     m_settings.save();
     if (!silent)
-        tell(QMessageBox::Information, tr("Check for Updates"),
-             tr("You are running the latest version (%1).").arg(QCoreApplication::applicationVersion()));
+        PlainMessage::show(this, QMessageBox::Information, tr("Check for Updates"),
+                           tr("You are running the latest version (%1).").arg(QCoreApplication::applicationVersion()));
 }
 
 void MainWindow::onUpdateCheckFailed(const QString& reason, bool silent)
@@ -389,16 +407,8 @@ void MainWindow::onUpdateCheckFailed(const QString& reason, bool silent)
     m_settings.save();
     appendLog(tr("Update check failed: %1").arg(reason));
     if (!silent)
-        tell(QMessageBox::Warning, tr("Check for Updates"), tr("Could not check for updates.\n\n%1").arg(reason));
-}
-
-/// An answer to what the operator asked for. As plain text: it may quote a server.
-void MainWindow::tell(QMessageBox::Icon icon, const QString& title, const QString& text)
-{
-    QMessageBox box(icon, title, {}, QMessageBox::Ok, this);
-    box.setTextFormat(Qt::PlainText);
-    box.setText(text);
-    box.exec();
+        PlainMessage::show(this, QMessageBox::Warning, tr("Check for Updates"),
+                           tr("Could not check for updates.\n\n%1").arg(reason));
 }
 
 void MainWindow::bringToFront()

@@ -4,7 +4,6 @@
 
 #include <QElapsedTimer>
 #include <QMainWindow>
-#include <QMessageBox>
 #include <QTimer>
 
 class AppSettings;
@@ -38,6 +37,7 @@ public Q_SLOTS:
 
 private Q_SLOTS:
     void openScheduler();
+    void openSettings();
     void toggleAuto(bool on);
     void toggleRecording();
     void onRecordingChanged(bool recording);
@@ -77,7 +77,6 @@ private:
     void requestExit();
     CloseDialog::Choice askHowToClose();
     void minimiseToTray();
-    void tell(QMessageBox::Icon icon, const QString& title, const QString& text);
     void reportDiagnostics(const QStringList& lines);
 
     AppSettings& m_settings;

@@ -1,0 +1,230 @@
+#include "ui/recordingtab.h"
+
+#include "app/appsettings.h"
+#include "capture/capturefactory.h"
+#include "capture/ffmpeg.h"
+#include "capture/loopback.h"
+#include "encode/codecs.h"
+#include "ui/settingsbinding.h"
+
+#include <QCheckBox>
+#include <QComboBox>
+#include <QDoubleSpinBox>
+#include <QFormLayout>
+#include <QGroupBox>
+#include <QHBoxLayout>
+#include <QLabel>
+#include <QLineEdit>
+#include <QPushButton>
+#include <QSignalBlocker>
+#include <QSpinBox>
+#include <QVBoxLayout>
+
+namespace {
+
+constexpr int SampleRates[] = {8000, 11025, 16000, 22050, 32000, 44100, 48000}; // Hz
+constexpr int Bitrates[] = {16, 24, 32, 40, 48, 56, 64, 80, 96, 112, 128, 160, 192, 256, 320}; // kbit/s
+
+} // namespace
+
+RecordingTab::RecordingTab(AppSettings& settings, SettingsBinding& binding, QWidget* parent)
+    : QWidget(parent),
+      m_inputId(settings.deviceId),
+      m_inputLabel(settings.deviceLabel),
+      m_playbackId(settings.playbackId)
+{
+    auto* layout = new QVBoxLayout(this);
+    layout->addWidget(buildSource(settings, binding));
+    layout->addWidget(buildFormat(settings, binding));
+    layout->addStretch();
+    chooseSource();
+    updateCodecOptions();
+}
+
+QGroupBox* RecordingTab::buildSource(AppSettings& settings, SettingsBinding& binding)
+{
+    m_backend = new QComboBox;
+    m_backend->addItem(tr("Playback device (loopback)"), int(CaptureBackend::Loopback));
+    m_backend->addItem(tr("Input device"), int(CaptureBackend::InputDevice));
+    m_backend->addItem(tr("Internet stream (URL)"), int(CaptureBackend::Stream));
+    binding.bind(m_backend, settings.backend);
+    connect(m_backend, &QComboBox::currentIndexChanged, this, &RecordingTab::chooseSource);
+
+    m_device = new QComboBox;
+    m_device->setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
+    m_device->setMinimumContentsLength(30);
+    m_device->setPlaceholderText(tr("(default device)"));
+    connect(m_device, &QComboBox::currentIndexChanged, this, &RecordingTab::onDeviceChosen);
+    binding.onWrite([this, &settings] {
+        settings.deviceId = m_inputId;
+        settings.deviceLabel = m_inputLabel;
+        settings.playbackId = m_playbackId;
+    });
+    auto* refresh = new QPushButton(tr("&Refresh"));
+    connect(refresh, &QPushButton::clicked, this, &RecordingTab::listDevices);
+    auto* devices = new QHBoxLayout;
+    devices->addWidget(m_device, 1);
+    devices->addWidget(refresh);
+
+    auto* url = new QLineEdit;
+    url->setToolTip(tr("Icecast, Shoutcast, HLS or plain HTTP. Requires ffmpeg."));
+    url->setPlaceholderText(QStringLiteral("https://stream.station.example/live.mp3"));
+    binding.bind(url, settings.streamUrl);
+    auto* reconnect = new QCheckBox(tr("Reconnect automatically"));
+    binding.bind(reconnect, settings.streamReconnect);
+    m_currentSource = new QLabel;
+    m_currentSource->setTextFormat(Qt::RichText);
+    m_currentSource->setWordWrap(true);
+
+    auto* group = new QGroupBox(tr("Recording source"));
+    auto* form = new QFormLayout(group);
+    form->addRow(tr("Capture from:"), m_backend);
+    form->addRow(tr("Device:"), devices);
+    form->addRow(tr("Stream URL:"), url);
+    form->addRow(reconnect);
+    form->addRow(m_currentSource);
+    return group;
+}
+
+QGroupBox* RecordingTab::buildFormat(AppSettings& settings, SettingsBinding& binding)
+{
+    m_codec = new QComboBox;
+    const std::pair<QString, int> codecs[] = {{tr("MP3"), Mp3},
+                                              {tr("Ogg Vorbis"), Ogg},
+                                              {tr("FLAC"), Flac},
+                                              {tr("AAC"), M4a},
+                                              {tr("WAV (uncompressed)"), Wav}};
+    for (const auto& [text, number] : codecs)
+        m_codec->addItem(text, codecExtension(number));
+    m_codec->setCurrentIndex(m_codec->findData(codecExtension(settings.codec)));
+    binding.onWrite([this, &settings] { settings.codec = codec(); });
+    connect(m_codec, &QComboBox::currentIndexChanged, this, &RecordingTab::updateCodecOptions);
+
+    auto* sampleRate = new QComboBox;
+    for (const int rate : SampleRates)
+        sampleRate->addItem(tr("%1 Hz").arg(rate), rate);
+    binding.bind(sampleRate, settings.sampleRate, tr("%1 Hz").arg(settings.sampleRate));
+    m_bitrate = new QComboBox;
+    for (const int rate : Bitrates)
+        m_bitrate->addItem(tr("%1 kbps").arg(rate), rate);
+    binding.bind(m_bitrate, settings.bitrate, tr("%1 kbps").arg(settings.bitrate));
+    auto* channels = new QComboBox;
+    channels->addItem(tr("mono"), 1);
+    channels->addItem(tr("stereo"), 2);
+    binding.bind(channels, settings.channels);
+    m_vorbisQuality = new QSpinBox;
+    m_vorbisQuality->setRange(-1, 10);
+    binding.bind(m_vorbisQuality, settings.vorbisQuality);
+
+    auto* gain = new QDoubleSpinBox;
+    gain->setRange(-24.0, 24.0);
+    gain->setSingleStep(0.5);
+    gain->setDecimals(1);
+    gain->setSuffix(tr(" dB"));
+    binding.bind(gain, settings.inputGainDb);
+    auto* limit = new QCheckBox(tr("Limit peaks instead of clipping"));
+    limit->setToolTip(tr("A loopback mix can exceed 0 dBFS. With this on, overshoots are rounded off just below full "
+                         "scale instead of being clipped flat."));
+    binding.bind(limit, settings.softLimit);
+
+    auto* group = new QGroupBox(tr("Recording format"));
+    auto* form = new QFormLayout(group);
+    form->addRow(tr("Codec:"), m_codec);
+    form->addRow(tr("Sample rate:"), sampleRate);
+    form->addRow(tr("Bit rate:"), m_bitrate);
+    form->addRow(tr("Channels:"), channels);
+    form->addRow(tr("Ogg quality:"), m_vorbisQuality);
+    form->addRow(tr("Input gain:"), gain);
+    form->addRow(limit);
+    return group;
+}
+
+int RecordingTab::backend() const
+{
+    return m_backend->currentData().toInt();
+}
+
+int RecordingTab::codec() const
+{
+    return codecFromExtension(m_codec->currentData().toString());
+}
+
+void RecordingTab::chooseSource()
+{
+    m_device->setEnabled(CaptureBackend(backend()) != CaptureBackend::Stream);
+    listDevices();
+}
+
+/// Fills the box with the devices of the chosen kind. The stored one is among them even when it is not there just now:
+/// it must not silently become another.
+void RecordingTab::listDevices()
+{
+    const QSignalBlocker quiet(m_device);
+    m_device->clear();
+    QByteArray stored;
+    QString storedLabel;
+    switch (CaptureBackend(backend())) {
+    case CaptureBackend::Loopback:
+        m_device->addItem(tr("Default playback device"), QByteArray());
+        for (const auto& [id, name] : playbackDevices())
+            m_device->addItem(name, id);
+        stored = m_playbackId;
+        storedLabel = QString::fromUtf8(m_playbackId);
+        break;
+    case CaptureBackend::InputDevice:
+        for (const QAudioDevice& device : inputDevices())
+            m_device->addItem(device.description(), device.id());
+        stored = m_inputId;
+        storedLabel = m_inputLabel.isEmpty() ? QString::fromUtf8(m_inputId) : m_inputLabel;
+        break;
+    case CaptureBackend::Stream:
+        break;
+    }
+    if (!stored.isEmpty() && m_device->findData(stored) < 0)
+        m_device->addItem(storedLabel, stored);
+    m_device->setCurrentIndex(m_device->findData(stored));
+    showCurrentSource();
+}
+
+void RecordingTab::onDeviceChosen(int index)
+{
+    if (index < 0)
+        return;
+    if (CaptureBackend(backend()) == CaptureBackend::Loopback) {
+        m_playbackId = m_device->itemData(index).toByteArray();
+    } else {
+        m_inputId = m_device->itemData(index).toByteArray();
+        m_inputLabel = m_device->itemText(index);
+    }
+    showCurrentSource();
+}
+
+void RecordingTab::showCurrentSource()
+{
+    QString source = m_device->currentText();
+    if (CaptureBackend(backend()) == CaptureBackend::Stream)
+        source = ffmpegAvailable() ? tr("(decoded by ffmpeg)")
+                                   : tr("(ffmpeg not found - stream logging unavailable)");
+    else if (source.isEmpty())
+        source = tr("(default device)");
+    m_currentSource->setText(tr("<b>Current source:</b> %1").arg(source.toHtmlEscaped()));
+}
+
+void RecordingTab::updateCodecOptions()
+{
+    const int chosen = codec();
+    m_bitrate->setEnabled(chosen == Mp3 || chosen == M4a);
+    m_vorbisQuality->setEnabled(chosen == Ogg);
+
+    QString reason;
+    if (!ffmpegAvailable() && chosen != Wav) {
+        if (chosen == Mp3)
+            reason = tr("MP3 needs either LAME compiled in or ffmpeg on the PATH.");
+        else if (chosen == Ogg)
+            reason = tr("Ogg needs either libvorbis compiled in or ffmpeg on the PATH.");
+        else
+            reason = tr("This codec requires ffmpeg on the PATH.");
+    }
+    m_codec->setToolTip(reason);
+    Q_EMIT codecChanged(chosen);
+}

@@ -1,0 +1,50 @@
+#pragma once
+
+#include <QByteArray>
+#include <QWidget>
+
+class AppSettings;
+class QComboBox;
+class QGroupBox;
+class QLabel;
+class QLineEdit;
+class QPushButton;
+class QSpinBox;
+class SettingsBinding;
+
+/// What is recorded, and in which format.
+class RecordingTab : public QWidget {
+    Q_OBJECT
+public:
+    RecordingTab(AppSettings& settings, SettingsBinding& binding, QWidget* parent = nullptr);
+
+    /// As the controls are now.
+    int codec() const;
+
+Q_SIGNALS:
+    void codecChanged(int codec);
+
+private Q_SLOTS:
+    /// The kind of source has changed.
+    void chooseSource();
+    void updateCodecOptions();
+
+private:
+    QGroupBox* buildSource(AppSettings& settings, SettingsBinding& binding);
+    QGroupBox* buildFormat(AppSettings& settings, SettingsBinding& binding);
+    int backend() const;
+    void listDevices();
+    void onDeviceChosen(int index);
+    void showCurrentSource();
+
+    QComboBox* m_backend = nullptr;
+    QComboBox* m_device = nullptr;
+    QLabel* m_currentSource = nullptr;
+    QComboBox* m_codec = nullptr;
+    QComboBox* m_bitrate = nullptr;
+    QSpinBox* m_vorbisQuality = nullptr;
+    // The device box serves two kinds of source; each keeps its own choice while the kind is changed back and forth.
+    QByteArray m_inputId;
+    QString m_inputLabel;
+    QByteArray m_playbackId;
+};

@@ -1,0 +1,38 @@
+#pragma once
+
+#include <QString>
+
+#include <functional>
+#include <vector>
+
+class QCheckBox;
+class QComboBox;
+class QDoubleSpinBox;
+class QGroupBox;
+class QLineEdit;
+class QSpinBox;
+
+/// Ties the controls of a dialog to the fields that they edit: a control shows its field from the moment it is bound,
+/// and the field gets the control's value when write() is called. So nothing can be shown and not written.
+class SettingsBinding {
+public:
+    void bind(QCheckBox* box, bool& field);
+    void bind(QGroupBox* box, bool& field);
+    void bind(QSpinBox* box, int& field);
+    void bind(QDoubleSpinBox* box, double& field);
+    void bind(QLineEdit* edit, QString& field);
+    /// By the items' data. A value that no item has is added as one, with this text or its own: opening and accepting
+    /// a dialog must not change a setting.
+    void bind(QComboBox* box, int& field, const QString& textIfMissing = {});
+    void bind(QComboBox* box, QString& field, const QString& textIfMissing = {});
+    /// For what no single control holds.
+    void onWrite(std::function<void()> write) { m_writers.push_back(std::move(write)); }
+
+    void write() const;
+
+private:
+    template <class Value>
+    void bindData(QComboBox* box, Value& field, const QString& textIfMissing);
+
+    std::vector<std::function<void()>> m_writers;
+};

@@ -1,0 +1,48 @@
+#include "ui/settingsdialog.h"
+
+#include "app/appsettings.h"
+#include "app/theme.h"
+#include "ui/alertstab.h"
+#include "ui/generaltab.h"
+#include "ui/outputtab.h"
+#include "ui/recordingtab.h"
+#include "ui/triggerstab.h"
+
+#include <QDialogButtonBox>
+#include <QTabWidget>
+#include <QVBoxLayout>
+
+SettingsDialog::SettingsDialog(AppSettings& settings, QWidget* parent) : QDialog(parent), m_settings(settings)
+{
+    setWindowTitle(tr("Settings"));
+
+    auto* tabs = new QTabWidget;
+    auto* recording = new RecordingTab(settings, m_binding);
+    auto* output = new OutputTab(settings, m_binding);
+    output->setCodec(recording->codec());
+    connect(recording, &RecordingTab::codecChanged, output, &OutputTab::setCodec);
+    tabs->addTab(recording, tr("&Recording"));
+    tabs->addTab(output, tr("&Output"));
+    tabs->addTab(new TriggersTab(settings, m_binding), tr("&Triggers"));
+    tabs->addTab(new AlertsTab(settings, m_binding), tr("&Alerts"));
+    tabs->addTab(new GeneralTab(settings, m_binding), tr("&General"));
+
+    auto* buttons = new QDialogButtonBox(QDialogButtonBox::Ok | QDialogButtonBox::Cancel);
+    connect(buttons, &QDialogButtonBox::accepted, this, &SettingsDialog::accept);
+    connect(buttons, &QDialogButtonBox::rejected, this, &SettingsDialog::reject);
+
+    auto* layout = new QVBoxLayout(this);
+    layout->addWidget(tabs);
+    layout->addWidget(buttons);
+}
+
+void SettingsDialog::accept()
+{
+    const int themeBefore = m_settings.theme;
+    m_binding.write();
+    m_settings.save();
+    AppSettings::setStartWithSystem(m_settings.startWithSystem);
+    if (m_settings.theme != themeBefore)
+        Theme::apply(m_settings.theme);
+    QDialog::accept();
+}
