@@ -1,5 +1,5 @@
 # Private servers and displays for a script, in a temporary folder and gone with it; sourced after common.sh.
-# shellcheck shell=bash
+# shellcheck shell=bash disable=SC2154 # root comes from common.sh, program from the caller
 
 # The path of a socket has 107 characters at most, hence not below build/.
 rig=$(mktemp -d /tmp/tidewell-rig.XXXXXX)
