@@ -16,6 +16,7 @@
 #include <QTcpServer>
 #include <QTemporaryDir>
 #include <QTest>
+#include <QTimer>
 
 namespace {
 
@@ -153,6 +154,17 @@ private Q_SLOTS:
         QCOMPARE(CloseDialog::settled(0, false), std::nullopt);
         QCOMPARE(CloseDialog::settled(1, false), always); // there is nothing to minimise to
         QCOMPARE(CloseDialog::settled(7, true), std::nullopt);
+    }
+
+    void leavesWithoutAQuestionWhenTheSessionEnds()
+    {
+        AppSettings::instance().closeAction = 0;
+        MainWindow window;
+        window.show();
+        QTimer::singleShot(0, &window, [] { QCoreApplication::quit(); });
+        QTimer::singleShot(5000, &window, [] { QCoreApplication::exit(1); });
+        QCOMPARE(QCoreApplication::exec(), 0);
+        QVERIFY(!QApplication::activeModalWidget());
     }
 
     void keepsTheAutomaticMode()

@@ -1,18 +1,20 @@
 # Private servers and displays for a script, in a temporary folder and gone with it; sourced after common.sh.
-# shellcheck shell=bash
+# shellcheck shell=bash disable=SC2154 # root comes from common.sh, program from the caller
 
 # The path of a socket has 107 characters at most, hence not below build/.
 rig=$(mktemp -d /tmp/tidewell-rig.XXXXXX)
 children=()
+at_end=() # functions of the script's own, called once its children are gone
 
 cleanup() {
-  local status=$? i pid
+  local status=$? i pid task
   trap '' INT TERM
   for ((i = ${#children[@]} - 1; i >= 0; i--)); do
     pid=${children[i]}
     kill "$pid" 2>/dev/null || continue
     within 5 gone "$pid" || kill -9 "$pid" 2>/dev/null || true
   done
+  for task in "${at_end[@]}"; do "$task"; done
   rm -rf "$rig"
   exit "$status"
 }

@@ -40,6 +40,7 @@ void CaptureDiagnostics::start()
     if (m_running)
         return;
     m_measured = {};
+    m_measured.source = m_recorder->sourceDescription(); // now, while it records
     m_running = true;
     m_clock.start();
     QTimer::singleShot(Duration, this, &CaptureDiagnostics::finish);
@@ -66,7 +67,6 @@ void CaptureDiagnostics::finish()
 {
     m_running = false;
     const AppSettings& settings = AppSettings::instance();
-    m_measured.source = m_recorder->sourceDescription();
     m_measured.sampleRate = settings.sampleRate;
     m_measured.channels = settings.channels;
     m_measured.elapsedMs = m_clock.elapsed();

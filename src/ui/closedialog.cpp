@@ -31,7 +31,6 @@ CloseDialog::CloseDialog(bool hasTray, bool recording, QWidget* parent)
     auto* buttons = new QDialogButtonBox;
     const auto addChoice = [this, buttons](const QString& caption, QDialogButtonBox::ButtonRole role, Choice choice) {
         QPushButton* button = buttons->addButton(caption, role);
-        button->setAutoDefault(false);
         connect(button, &QPushButton::clicked, this, [this, choice] {
             m_choice = choice;
             done(choice == Cancel ? Rejected : Accepted);

@@ -102,8 +102,13 @@ void MainWindow::buildCentralWidget()
 
 QLayout* MainWindow::buildControls()
 {
-    m_recordButton = new QPushButton(tr("● &Record"));
+    m_recordButton = new QPushButton(tr("■ &Stop"));
     m_recordButton->setStyleSheet(ControlStyles::IdleRecordButton);
+    const int stopWidth = m_recordButton->sizeHint().width();
+    m_recordButton->setText(tr("● &Record"));
+    // Its neighbours shall stay where they are when its text changes.
+    m_recordButton->setMinimumWidth(qMax(stopWidth, m_recordButton->sizeHint().width()));
+    m_recordButton->setText(tr("&Record"));
     connect(m_recordButton, &QPushButton::clicked, this, &MainWindow::toggleRecording);
 
     m_autoBox = new QCheckBox(tr("A&uto"));
@@ -112,6 +117,7 @@ QLayout* MainWindow::buildControls()
 
     auto* scheduler = new QPushButton(tr("Sc&heduler"));
     scheduler->setStyleSheet(ControlStyles::Button);
+    scheduler->setShortcut({}); // Alt+H is the help menu's; the schedule has Ctrl+H
     connect(scheduler, &QPushButton::clicked, this, &MainWindow::openScheduler);
 
     auto* row = new QHBoxLayout;
@@ -130,7 +136,7 @@ void MainWindow::buildMenus()
     menu->addAction(tr("Start/stop &recording"), QKeySequence(Qt::CTRL | Qt::Key_R), this,
                     &MainWindow::toggleRecording);
     menu->addSeparator();
-    menu->addAction(tr("E&xit"), QKeySequence(Qt::CTRL | Qt::Key_Q), this, &MainWindow::requestExit);
+    menu->addAction(tr("E&xit"), QKeySequence(Qt::CTRL | Qt::Key_Q), this, &MainWindow::exit);
 
     QMenu* help = menuBar()->addMenu(tr("&Help"));
     help->addAction(tr("Check for &Updates..."), this, &MainWindow::checkForUpdates);
@@ -138,14 +144,26 @@ void MainWindow::buildMenus()
     help->addAction(tr("&About Tidewell"), this, &MainWindow::showAbout);
 }
 
+/// The notification area may come after us, when both start with the session, and it may go: a window that was hidden
+/// in it must not stay lost.
+void MainWindow::lookForTray()
+{
+    if (!m_tray)
+        buildTray();
+    else if (!isVisible() && !TrayIcon::isAvailable())
+        bringToFront();
+}
+
 void MainWindow::buildTray()
 {
     m_tray = TrayIcon::create(this);
     if (!m_tray)
         return;
+    if (m_recorder->isRecording())
+        m_tray->setRecording(true);
     connect(m_tray, &TrayIcon::showRequested, this, &MainWindow::bringToFront);
     connect(m_tray, &TrayIcon::toggleRequested, this, &MainWindow::toggleRecording);
-    connect(m_tray, &TrayIcon::exitRequested, this, &MainWindow::requestExit);
+    connect(m_tray, &TrayIcon::exitRequested, this, &MainWindow::exit);
 }
 
 void MainWindow::buildStatusBar()
@@ -190,8 +208,9 @@ void MainWindow::connectEngines()
 
     connect(m_silenceAlert, &SilenceAlert::logMessage, this, &MainWindow::appendLog);
     connect(m_diagnostics, &CaptureDiagnostics::finished, this, &MainWindow::reportDiagnostics);
-    // The end of the session comes this way, without a close event that could be refused.
+    // The end of the session may come either way.
     connect(qApp, &QCoreApplication::aboutToQuit, this, [this] { m_recorder->stop(tr("exit")); });
+    qApp->installEventFilter(this);
 }
 
 void MainWindow::startRunning()
@@ -199,12 +218,12 @@ void MainWindow::startRunning()
     m_statusTimer.start(StatusInterval);
     synchroniseAutoMode();
     appendLog(tr("Tidewell started"));
-    m_trigger->reload();
-    showTriggerState();
     if (!m_settings.geometry.isEmpty())
         restoreGeometry(m_settings.geometry);
     QTimer::singleShot(0, m_schedule, &ScheduleController::evaluate);
     armStartupUpdateCheck();
+    m_trigger->reload();
+    showTriggerState();
 }
 
 void MainWindow::armStartupUpdateCheck()
@@ -331,10 +350,14 @@ void MainWindow::appendLog(const QString& text)
 void MainWindow::appendError(const QString& text)
 {
     m_log->appendError(text);
+    // A start that fails has named its file already.
+    if (!m_recorder->isRecording())
+        m_panel->setFileText({});
 }
 
 void MainWindow::refreshStatus()
 {
+    lookForTray();
     m_panel->setSourceText(StatusTexts::source(m_settings, QString::fromUtf8(m_settings.playbackId)));
     m_panel->setCodecText(StatusTexts::codec(m_settings));
     m_panel->setSchedule(m_settings.schedule);
@@ -418,6 +441,17 @@ void MainWindow::bringToFront()
     activateWindow();
 }
 
+bool MainWindow::eventFilter(QObject* watched, QEvent* event)
+{
+    // Qt would ask the window whether it may be closed, and the window would hide or ask the operator: who ends the
+    // session is not asked.
+    if (watched == qApp && event->type() == QEvent::Quit) {
+        exit();
+        return true;
+    }
+    return QMainWindow::eventFilter(watched, event);
+}
+
 bool MainWindow::event(QEvent* event)
 {
     // A pointer that passes over the menus would wipe "Recording" off the status bar.
@@ -436,9 +470,7 @@ void MainWindow::changeEvent(QEvent* event)
 
 void MainWindow::closeEvent(QCloseEvent* event)
 {
-    std::optional<CloseDialog::Choice> settled = CloseDialog::Exit;
-    if (!m_exitRequested)
-        settled = CloseDialog::settled(m_settings.closeAction, m_tray != nullptr);
+    const auto settled = CloseDialog::settled(m_settings.closeAction, m_tray != nullptr);
     const CloseDialog::Choice choice = settled ? *settled : askHowToClose();
     event->setAccepted(choice == CloseDialog::Exit);
     if (choice == CloseDialog::Exit)
@@ -458,12 +490,6 @@ CloseDialog::Choice MainWindow::askHowToClose()
                       .arg(dialog.choice() == CloseDialog::Minimise ? tr("minimise to tray") : tr("exit")));
     }
     return dialog.choice();
-}
-
-void MainWindow::requestExit()
-{
-    m_exitRequested = true;
-    close();
 }
 
 void MainWindow::minimiseToTray()

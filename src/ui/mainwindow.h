@@ -31,7 +31,6 @@ public:
     explicit MainWindow(QWidget* parent = nullptr);
     ~MainWindow() override;
 
-public Q_SLOTS:
     /// Ends the program without asking: a recording is stopped with the reason "exit" first.
     void exit();
 
@@ -60,6 +59,7 @@ protected:
     void changeEvent(QEvent* event) override;
     void closeEvent(QCloseEvent* event) override;
     bool event(QEvent* event) override;
+    bool eventFilter(QObject* watched, QEvent* event) override;
 
 private:
     void createEngines();
@@ -67,6 +67,7 @@ private:
     QLayout* buildControls();
     void buildMenus();
     void buildTray();
+    void lookForTray();
     void buildStatusBar();
     void connectEngines();
     void startRunning();
@@ -74,7 +75,6 @@ private:
     void synchroniseAutoMode();
     void showTriggerState();
     void bringToFront();
-    void requestExit();
     CloseDialog::Choice askHowToClose();
     void minimiseToTray();
     void reportDiagnostics(const QStringList& lines);
@@ -98,5 +98,4 @@ private:
     QLabel* m_triggerLabel = nullptr;
     QTimer m_statusTimer;
     QElapsedTimer m_sinceOverloadLine; ///< invalid: none yet
-    bool m_exitRequested = false;
 };

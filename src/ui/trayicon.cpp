@@ -5,7 +5,7 @@
 
 TrayIcon* TrayIcon::create(QObject* parent)
 {
-    return QSystemTrayIcon::isSystemTrayAvailable() ? new TrayIcon(parent) : nullptr;
+    return isAvailable() ? new TrayIcon(parent) : nullptr;
 }
 
 TrayIcon::TrayIcon(QObject* parent)

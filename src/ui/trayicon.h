@@ -14,6 +14,8 @@ public:
     /// Null where the desktop has no notification area.
     static TrayIcon* create(QObject* parent);
     ~TrayIcon() override;
+    /// Whether the desktop has a notification area just now.
+    static bool isAvailable() { return QSystemTrayIcon::isSystemTrayAvailable(); }
 
     void setRecording(bool recording);
     void showInformation(const QString& text, int milliseconds);

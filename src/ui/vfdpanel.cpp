@@ -260,7 +260,7 @@ QString VfdPanel::toolTipAt(const QPoint& position, QRect* region) const
     for (const auto& [rect, text] : {std::pair(layout.status, m_source), std::pair(layout.bottom, m_file)}) {
         *region = rect.toAlignedRect();
         if (region->contains(position))
-            return text.toHtmlEscaped();
+            return text.isEmpty() ? QString() : QStringLiteral("<qt>%1</qt>").arg(text.toHtmlEscaped());
     }
     return {};
 }

@@ -1,0 +1,129 @@
+; The installer: makensis -DVERSION=1.2.2 -DSOURCE=FOLDER -DOUTPUT=FILE.exe installer.nsi
+; Installs for one user or for all (/CurrentUser, /AllUsers); silent with /S. A newer version goes over an older one.
+Unicode true
+Target amd64-unicode
+Name "Tidewell"
+OutFile "${OUTPUT}"
+SetCompressor /SOLID lzma
+BrandingText "Tidewell ${VERSION}"
+
+!define MULTIUSER_EXECUTIONLEVEL Highest
+!define MULTIUSER_MUI
+!define MULTIUSER_USE_PROGRAMFILES64
+!define MULTIUSER_INSTALLMODE_COMMANDLINE
+!define MULTIUSER_INSTALLMODE_DEFAULT_CURRENTUSER
+!define MULTIUSER_INSTALLMODE_INSTDIR "Tidewell"
+!define MULTIUSER_INSTALLMODE_INSTDIR_REGISTRY_KEY "Software\Quayside\Tidewell-Setup"
+!define MULTIUSER_INSTALLMODE_INSTDIR_REGISTRY_VALUENAME "Folder"
+!define MULTIUSER_INSTALLMODE_DEFAULT_REGISTRY_KEY "Software\Quayside\Tidewell-Setup"
+!define MULTIUSER_INSTALLMODE_DEFAULT_REGISTRY_VALUENAME "Folder"
+!include MultiUser.nsh
+!include MUI2.nsh
+!include LogicLib.nsh
+
+!define MUI_ICON "${SOURCE}\..\icon.ico"
+!define MUI_UNICON "${SOURCE}\..\icon.ico"
+!define MUI_ABORTWARNING
+!define MUI_FINISHPAGE_RUN "$INSTDIR\tidewell.exe"
+!insertmacro MULTIUSER_PAGE_INSTALLMODE
+!insertmacro MUI_PAGE_DIRECTORY
+!insertmacro MUI_PAGE_INSTFILES
+!insertmacro MUI_PAGE_FINISH
+!insertmacro MUI_UNPAGE_CONFIRM
+!insertmacro MUI_UNPAGE_INSTFILES
+!insertmacro MUI_LANGUAGE "English"
+!insertmacro MUI_LANGUAGE "Spanish"
+
+LangString Running ${LANG_ENGLISH} "Tidewell is running. Exit it first, then press Retry."
+LangString Running ${LANG_SPANISH} "Tidewell está en marcha. Ciérrelo primero y pulse Reintentar."
+LangString AskSettings ${LANG_ENGLISH} "Remove the settings of Tidewell as well? Your recordings are kept in any case."
+LangString AskSettings ${LANG_SPANISH} "¿Eliminar también los ajustes de Tidewell? Las grabaciones se conservan siempre."
+
+!define UNINSTALL_KEY "Software\Microsoft\Windows\CurrentVersion\Uninstall\Tidewell"
+
+VIProductVersion "${VERSION}.0"
+VIAddVersionKey "ProductName" "Tidewell"
+VIAddVersionKey "CompanyName" "Quayside"
+VIAddVersionKey "FileDescription" "Tidewell Setup"
+VIAddVersionKey "FileVersion" "${VERSION}"
+VIAddVersionKey "LegalCopyright" "MIT license"
+
+; A running program cannot be replaced or removed, and it is not ours to end: it may be recording. Silent: gives up with
+; the exit code 2.
+!macro StopWhileRunning
+  ${Do}
+    ClearErrors
+    ${IfNot} ${FileExists} "$INSTDIR\tidewell.exe"
+      ${ExitDo}
+    ${EndIf}
+    Rename "$INSTDIR\tidewell.exe" "$INSTDIR\tidewell.exe.old"
+    ${IfNot} ${Errors}
+      Rename "$INSTDIR\tidewell.exe.old" "$INSTDIR\tidewell.exe"
+      FileOpen $0 "$INSTDIR\tidewell.exe" a
+      ${IfNot} ${Errors}
+        FileClose $0
+        ${ExitDo}
+      ${EndIf}
+    ${EndIf}
+    ${If} ${Silent}
+      SetErrorLevel 2
+      Abort
+    ${EndIf}
+    MessageBox MB_RETRYCANCEL|MB_ICONEXCLAMATION "$(Running)" IDRETRY +2
+    Abort
+  ${Loop}
+!macroend
+
+Function .onInit
+  !insertmacro MULTIUSER_INIT
+FunctionEnd
+
+Function un.onInit
+  !insertmacro MULTIUSER_UNINIT
+FunctionEnd
+
+; What the program's folder holds, apart from an ffmpeg.exe and whatever else its owner has put there.
+!macro RemoveProgram
+  RMDir /r "$INSTDIR\plugins"
+  RMDir /r "$INSTDIR\translations"
+  Delete "$INSTDIR\Qt6*.dll"
+  Delete "$INSTDIR\lib*.dll"
+  Delete "$INSTDIR\qt.conf"
+  Delete "$INSTDIR\LICENSE"
+  Delete "$INSTDIR\tidewell.exe"
+!macroend
+
+Section "Tidewell"
+  !insertmacro StopWhileRunning
+  !insertmacro RemoveProgram ; the files of an older version that this one no longer has
+  SetOutPath "$INSTDIR"
+  File /r "${SOURCE}\*"
+  WriteUninstaller "$INSTDIR\uninstall.exe"
+  CreateShortcut "$SMPROGRAMS\Tidewell.lnk" "$INSTDIR\tidewell.exe"
+  WriteRegStr SHCTX "Software\Quayside\Tidewell-Setup" "Folder" "$INSTDIR"
+  WriteRegStr SHCTX "${UNINSTALL_KEY}" "DisplayName" "Tidewell"
+  WriteRegStr SHCTX "${UNINSTALL_KEY}" "DisplayVersion" "${VERSION}"
+  WriteRegStr SHCTX "${UNINSTALL_KEY}" "DisplayIcon" "$INSTDIR\tidewell.exe"
+  WriteRegStr SHCTX "${UNINSTALL_KEY}" "Publisher" "Quayside"
+  WriteRegStr SHCTX "${UNINSTALL_KEY}" "InstallLocation" "$INSTDIR"
+  WriteRegStr SHCTX "${UNINSTALL_KEY}" "UninstallString" '"$INSTDIR\uninstall.exe" /$MultiUser.InstallMode'
+  WriteRegStr SHCTX "${UNINSTALL_KEY}" "QuietUninstallString" '"$INSTDIR\uninstall.exe" /$MultiUser.InstallMode /S'
+  WriteRegDWORD SHCTX "${UNINSTALL_KEY}" "NoModify" 1
+  WriteRegDWORD SHCTX "${UNINSTALL_KEY}" "NoRepair" 1
+SectionEnd
+
+Section "Uninstall"
+  !insertmacro StopWhileRunning
+  !insertmacro RemoveProgram
+  Delete "$INSTDIR\uninstall.exe"
+  RMDir "$INSTDIR" ; only when nothing of the owner's is left in it
+  Delete "$SMPROGRAMS\Tidewell.lnk"
+  DeleteRegKey SHCTX "${UNINSTALL_KEY}"
+  DeleteRegKey SHCTX "Software\Quayside\Tidewell-Setup"
+  DeleteRegValue HKCU "Software\Microsoft\Windows\CurrentVersion\Run" "Tidewell"
+  ; Silent: the settings stay.
+  MessageBox MB_YESNO|MB_ICONQUESTION|MB_DEFBUTTON2 "$(AskSettings)" /SD IDNO IDNO keep
+  DeleteRegKey HKCU "Software\Quayside\Tidewell"
+  DeleteRegKey /ifempty HKCU "Software\Quayside"
+keep:
+SectionEnd
