@@ -2,13 +2,17 @@
 
 #include "app/appsettings.h"
 #include "capture/qtaudiocapture.h"
+#include "capture/streamcapture.h"
 
 #include <QMediaDevices>
 
 AudioCapture* createCapture(QObject* parent)
 {
-    // So far every backend records the input device: loopback and streams are still to come.
-    return new QtAudioCapture(AppSettings::instance().deviceId, parent);
+    const AppSettings& settings = AppSettings::instance();
+    if (CaptureBackend(settings.backend) == CaptureBackend::Stream)
+        return new StreamCapture(parent);
+    // Loopback is still to come.
+    return new QtAudioCapture(settings.deviceId, parent);
 }
 
 QList<QAudioDevice> inputDevices()
