@@ -53,7 +53,7 @@ bool StreamCapture::isRunning() const
 
 QString StreamCapture::description() const
 {
-    const QString address = AppSettings::instance().streamUrl;
+    const QString address = AppSettings::instance().streamUrl.trimmed();
     if (address.isEmpty())
         return tr("(no stream URL)");
     const QUrl url(address);
