@@ -2,7 +2,6 @@
 #include "capture/capturefactory.h"
 #include "capture/pcmconvert.h"
 #include "capture/streamcapture.h"
-#include "encode/codecs.h"
 #include "engine/recorder.h"
 #include "support/audiofiles.h"
 #include "support/counting.h"
@@ -12,6 +11,7 @@
 #include <QFile>
 #include <QJsonObject>
 #include <QProcess>
+#include <QRandomGenerator>
 #include <QSignalSpy>
 #include <QTcpServer>
 #include <QTcpSocket>
@@ -28,36 +28,29 @@ namespace {
 
 constexpr char RecordArgument[] = "--record";
 constexpr char Exited[] = "Stream decoder exited - reconnecting";
+constexpr char Stalled[] = "Stream stalled for 3 s - reconnecting";
+constexpr char Connected[] = "Stream connected: 127.0.0.1/live";
 constexpr char Ended[] = "The stream ended and reconnection is disabled.";
 
-/// The process that is to be killed: records into a folder and prints what its recorder says.
+/// The process that is to be killed: records a stream into a folder and prints what its recorder says.
 int record(const QStringList& arguments)
 {
     AppSettings& settings = AppSettings::instance();
     settings.backend = int(CaptureBackend::Stream);
     settings.outputFolder = arguments.value(2);
-    settings.streamUrl = arguments.value(3);
-    settings.codec = arguments.value(4).toInt();
+    settings.streamUrl = QStringLiteral("http://x");
     Recorder recorder(nullptr);
-    const auto print = [](const QString& text) { dprintf(STDOUT_FILENO, "%s\n", qPrintable(text)); };
-    QObject::connect(&recorder, &Recorder::logMessage, qApp, print);
-    QObject::connect(&recorder, &Recorder::errorOccurred, qApp, print);
+    QObject::connect(&recorder, &Recorder::errorOccurred, qApp, [](const QString& text) { puts(qPrintable(text)); });
     return recorder.start() ? QCoreApplication::exec() : 1;
 }
 
-/// Command line and id of each child of a process.
-QMap<QString, int> childrenOf(qint64 pid)
+/// Id and command line of each child of a process.
+QStringList childrenOf(qint64 pid)
 {
-    const auto read = [](const QString& path) {
-        QFile file(path);
-        return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
-    };
-    QMap<QString, int> result;
-    for (const QByteArray& id : read(QString("/proc/%1/task/%1/children").arg(pid)).simplified().split(' ')) {
-        if (!id.isEmpty())
-            result[read(QString("/proc/%1/cmdline").arg(QString(id))).replace('\0', ' ')] = id.toInt();
-    }
-    return result;
+    QProcess list;
+    list.start("pgrep", {"-a", "-P", QString::number(pid)});
+    list.waitForFinished();
+    return QString::fromUtf8(list.readAll()).split(u'\n', Qt::SkipEmptyParts);
 }
 
 /// A capture, and all that it says.
@@ -72,11 +65,13 @@ struct Listener {
             audio += block;
         });
     }
-    /// Milliseconds of silence at a place.
-    qint64 silenceAt(qsizetype at) const
+    /// Whether there are so many milliseconds of silence at this place. Timers are 5 % early at most.
+    bool isSilent(qsizetype at, qint64 ms, qint64 late = 700) const
     {
         const auto sound = std::find_if(audio.begin() + at, audio.end(), [](char byte) { return byte != 0; });
-        return (sound - audio.begin() - at) / 4 * 1000 / 44100;
+        const qint64 silence = (sound - audio.begin() - at) / 4 * 1000 / 44100;
+        qInfo("%lld ms of silence", silence);
+        return silence >= ms * 19 / 20 && silence < ms + late;
     }
 
     StreamCapture capture;
@@ -97,14 +92,16 @@ private Q_SLOTS:
     {
         QVERIFY(QFile::link(QT_TESTCASE_SOURCEDIR "/support/ffmpegstandin", m_folder.filePath("ffmpeg")));
         qputenv("PATH", m_folder.path().toUtf8() + ':' + qgetenv("PATH"));
+        // None that the system gives to a client: trying to connect to such a port may well take it.
         QTcpServer freePort;
-        QVERIFY(freePort.listen(QHostAddress::LocalHost));
+        while (!freePort.listen(QHostAddress::LocalHost, quint16(QRandomGenerator::global()->bounded(20000, 32768))))
+            continue;
         m_host = QString("127.0.0.1:%1").arg(freePort.serverPort());
     }
     void init()
     {
         qunsetenv("DECODER");
-        m_settings.streamUrl = " http://" + m_host + "/live.mp3 ";
+        m_settings.streamUrl = " http://" + m_host + "/live ";
         m_settings.streamReconnect = true;
         m_settings.streamStall = 1; // which is 3
         m_settings.inputGainDb = 0;
@@ -147,40 +144,38 @@ private Q_SLOTS:
     {
         QProcess recorder;
         recorder.setEnvironment({"PATH="});
-        recorder.start(QCoreApplication::applicationFilePath(), {RecordArgument, m_folder.path(), "http://x", "3"});
+        recorder.start(QCoreApplication::applicationFilePath(), {RecordArgument, m_folder.path()});
         QVERIFY(recorder.waitForFinished());
-        QVERIFY(recorder.readAll().endsWith("\nStream logging needs ffmpeg, which was not found on this system. Install "
-                                            "it or place ffmpeg next to Tidewell.\n"));
+        QCOMPARE(recorder.readAll(), "Stream logging needs ffmpeg, which was not found on this system. Install it or "
+                                     "place ffmpeg next to Tidewell.\n");
     }
 
-    /// Two attempts that fail, one that ends in the middle of a sample, then one that delivers the same again.
+    /// Two attempts that fail, then two that deliver the same: it ends, after a gap, in the middle of a sample.
     void outagesAndTornFrames()
     {
         const QByteArray stream = Counting::frames(1, 44100);
         QFile file(m_folder.filePath("stream"));
         QVERIFY(file.open(QIODevice::WriteOnly) && file.write(stream + "odd") == stream.size() + 3);
         file.close();
-        qputenv("DECODER", "cd " + m_folder.path().toUtf8() + R"(; echo >>launches; [ $(wc -l <launches) -gt 2 ] || exit 1
-            for n in 1 2 4 7 997 4093 30001 70001 80000; do dd bs=$n count=1 status=none; sleep .03; done <stream)");
+        qputenv("DECODER",
+                "cd " + m_folder.path().toUtf8() + R"(; echo >>launches; [ $(wc -l <launches) -gt 2 ] || exit 1
+            exec <stream; for n in 1 2 4 7 997 4093 30001 70001; do dd bs=$n count=1 status=none; sleep .03; done
+            dd bs=69999 count=1 status=none; sleep 1.5; cat)");
         m_settings.inputGainDb = 6;
         QByteArray louder = stream;
         applyGainS16(louder, {GainStage::factorFromDb(6), m_settings.softLimit});
         Listener listener;
         QVERIFY(listener.capture.start({44100, 2}));
-        const QString connected = "Stream connected: 127.0.0.1/live.mp3";
-        QTRY_COMPARE_WITH_TIMEOUT(listener.said, (QStringList{Exited, Exited, connected, Exited, connected, Exited}), 9000);
+        QTRY_COMPARE_WITH_TIMEOUT(listener.said, (QStringList{Exited, Exited, Connected, Exited, Connected, Exited}),
+                                  15'000);
         listener.capture.stop(); // between two attempts
 
-        QCOMPARE(listener.torn, 0);
-        const auto near = [](qint64 ms, qint64 expected) { return ms >= expected && ms < expected + 700; };
-        const qint64 before = listener.silenceAt(0);
-        QVERIFY2(near(before, 3000), QByteArray::number(before));
         const qsizetype first = listener.audio.indexOf(louder);
-        QVERIFY(first > 0);
-        const qint64 between = listener.silenceAt(first + louder.size());
-        QVERIFY2(near(between, 1000), QByteArray::number(between));
-        QVERIFY(listener.audio.endsWith(louder));
+        QVERIFY(first >= 0 && listener.audio.endsWith(louder));
+        QVERIFY(listener.isSilent(0, 1000 + 2000));
+        QVERIFY(listener.isSilent(first + louder.size(), 1500 + 1000));
         QCOMPARE(listener.audio.count(louder), 2);
+        QCOMPARE(listener.torn, 0);
     }
 
     /// It ignores the request to end, and goes on to deliver.
@@ -195,7 +190,7 @@ private Q_SLOTS:
         time.start();
         listener.capture.stop();
         QVERIFY2(time.elapsed() >= 2000 && time.elapsed() < 3500, QByteArray::number(time.elapsed()));
-        QCOMPARE(childrenOf(getpid()).size(), 0);
+        QCOMPARE(childrenOf(getpid()), QStringList());
         QTest::qWait(200);
         QCOMPARE(listener.audio.size(), heard);
     }
@@ -203,29 +198,31 @@ private Q_SLOTS:
     /// The decoder dies with the program; the encoder sees the end of its input and finishes its file.
     void programKilled()
     {
-        prctl(PR_SET_CHILD_SUBREAPER, 1);
         const QTemporaryDir folder;
-        qputenv("DECODER", "while :; do head -c 17640 /dev/zero; sleep .1; done");
+        qputenv("DECODER", "exec ffmpeg -v quiet -re -f lavfi -i anoisesrc -ar 44100 -ac 1 -f s16le pipe:");
         QProcess recorder;
-        recorder.start(QCoreApplication::applicationFilePath(), {RecordArgument, folder.path(), "http://x", "0"});
-        QMap<QString, int> children;
-        QTRY_COMPARE((children = childrenOf(recorder.processId())).size(), 2);
+        recorder.start(QCoreApplication::applicationFilePath(), {RecordArgument, folder.path()});
+        QTRY_COMPARE(childrenOf(recorder.processId()).filter("ffmpeg").size(), 2);
         QTest::qWait(2000);
+        const QStringList children = childrenOf(recorder.processId());
+        prctl(PR_SET_CHILD_SUBREAPER, 1); // so that they end as ours
         recorder.kill();
         QVERIFY(recorder.waitForFinished());
-
-        for (auto child = children.cbegin(); child != children.cend(); ++child) {
+        for (const QString& child : children) {
+            const pid_t id = child.section(u' ', 0, 0).toInt();
             int status = -1;
-            QCOMPARE(waitpid(child.value(), &status, 0), child.value());
-            QCOMPARE(status, child.key().contains("head") ? SIGKILL : 0);
+            QCOMPARE(waitpid(id, &status, 0), id);
+            QCOMPARE(status, child.contains("anoisesrc") ? SIGKILL : 0);
         }
+        prctl(PR_SET_CHILD_SUBREAPER, 0);
+
         const QStringList files = QDir(folder.path()).entryList(QDir::Files);
         QCOMPARE(files.size(), 1);
         const double seconds = AudioFiles::probe(folder.filePath(files[0]))["duration"].toString().toDouble();
         QVERIFY2(seconds > 1, QByteArray::number(seconds));
     }
 
-    /// The server hangs; then it loses its source, and dies.
+    /// The server hangs; then it dies together with its source.
     void icecast()
     {
         QProcess server;
@@ -235,41 +232,36 @@ private Q_SLOTS:
             QTcpSocket socket;
             do {
                 socket.connectToHost(QHostAddress::LocalHost, m_host.section(u':', 1).toUShort());
-            } while (!socket.waitForConnected());
+            } while (!socket.waitForConnected() && server.state() != QProcess::NotRunning);
             source.startCommand("ffmpeg -v quiet -re -f lavfi -i anoisesrc -c:a flac -content_type application/ogg "
-                                "-f ogg icecast://source:secret@" + m_host + "/live.mp3");
+                                "-f ogg icecast://source:secret@" +
+                                m_host + "/live");
         };
-        const auto end = [](QProcess& process) {
-            process.kill();
-            return process.waitForFinished();
+        const auto end = [&] {
+            source.kill();
+            server.kill();
+            return source.waitForFinished() && server.waitForFinished();
         };
-        const QString connected = "Stream connected: 127.0.0.1/live.mp3";
-        const QString stalled = "Stream stalled for 3 s - reconnecting";
         Listener listener;
         serve();
-        QElapsedTimer t; t.start();
-        connect(&listener.capture, &AudioCapture::warning, this, [&](auto x) { qInfo() << t.elapsed() << x << listener.audio.size() / 176; });
         QVERIFY(listener.capture.start({44100, 2}));
-        QTRY_VERIFY_WITH_TIMEOUT(listener.said.endsWith(connected), 15'000);
-
+        QTRY_VERIFY_WITH_TIMEOUT(listener.said.endsWith(Connected), 15'000);
         listener.said.clear();
-        qInfo() << t.elapsed() << "STOP";
-        kill(pid_t(server.processId()), SIGSTOP);
-        QTRY_COMPARE_WITH_TIMEOUT(listener.said, QStringList{stalled}, 15'000);
-        kill(pid_t(server.processId()), SIGCONT);
-        QTRY_COMPARE_WITH_TIMEOUT(listener.said, (QStringList{stalled, connected}), 15'000);
 
-        listener.said.clear();
-        qInfo() << t.elapsed() << "KILL";
-        QVERIFY(end(source));
-        QTRY_COMPARE_WITH_TIMEOUT(listener.said, (QStringList{stalled, Exited}), 15'000);
-        QVERIFY(end(server));
-        QTRY_COMPARE_WITH_TIMEOUT(listener.said, (QStringList{stalled, Exited, Exited}), 15'000);
+        QCOMPARE(kill(pid_t(server.processId()), SIGSTOP), 0);
+        QTRY_COMPARE_WITH_TIMEOUT(listener.said, QStringList{Stalled}, 15'000);
+        const qsizetype lost = listener.audio.size();
+        QCOMPARE(kill(pid_t(server.processId()), SIGCONT), 0);
+        QTRY_COMPARE_WITH_TIMEOUT(listener.said, (QStringList{Stalled, Connected}), 15'000);
+        QVERIFY(listener.isSilent(lost, 3000 + 1000, 2000));
+
+        QVERIFY(end());
+        QTRY_COMPARE_WITH_TIMEOUT(listener.said.mid(2), (QStringList{Stalled, Exited}), 15'000);
         serve();
-        QTRY_COMPARE_WITH_TIMEOUT(listener.said, (QStringList{stalled, Exited, Exited, connected}), 15'000);
-        QTest::qWait(2000);
-        qInfo() << t.elapsed() << listener.audio.size() / 176;
-        QVERIFY(end(source) && end(server));
+        QTRY_COMPARE_WITH_TIMEOUT(listener.said.mid(2), (QStringList{Stalled, Exited, Connected}), 15'000);
+        listener.capture.stop();
+        QVERIFY(end());
+        QCOMPARE(childrenOf(getpid()), QStringList());
     }
 
 private:

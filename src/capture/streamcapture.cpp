@@ -24,7 +24,7 @@ constexpr int TerminateTimeoutMs = 2000;
 constexpr int KillTimeoutMs = 1000;
 constexpr std::array ReconnectDelays{1s, 2s, 5s, 10s, 20s, 30s};
 /// An outage of a night must not become one block of gigabytes.
-constexpr qint64 MaxSilenceMs = 1000;
+constexpr qint64 SilenceBlockMs = 1000;
 
 QString text(const char* latin1)
 {
@@ -82,6 +82,7 @@ QStringList StreamCapture::arguments(const QString& url, const PcmFormat& format
 bool StreamCapture::start(const PcmFormat& format)
 {
     stop();
+    m_behind = 0ns;
     m_missingMs = 0;
     m_attempt = 0;
     m_stopping = false;
@@ -170,6 +171,7 @@ void StreamCapture::onReadyRead()
     QByteArray block = m_process->read(available - available % m_format.frameBytes());
     if (block.isEmpty())
         return;
+    keepAccount(block.size());
     if (!m_connected) {
         m_connected = true;
         m_attempt = 0;
@@ -191,17 +193,27 @@ void StreamCapture::onReadyRead()
 void StreamCapture::fillWithSilence()
 {
     qint64 frames = m_format.sampleRate * std::exchange(m_missingMs, 0) / 1000;
-    const qint64 atMost = m_format.sampleRate * MaxSilenceMs / 1000;
-    while (frames > 0 && !m_stopping) {
-        const qint64 part = std::min(frames, atMost);
-        Q_EMIT dataReady(QByteArray(part * m_format.frameBytes(), '\0'));
-        frames -= part;
-    }
+    // The same block each time: however much of it waits for the encoder, it is in memory once.
+    const qint64 atMost = m_format.sampleRate * SilenceBlockMs / 1000;
+    const QByteArray block(atMost * m_format.frameBytes(), '\0');
+    for (; frames > 0 && !m_stopping; frames -= atMost)
+        Q_EMIT dataReady(frames >= atMost ? block : block.first(frames * m_format.frameBytes()));
+}
+
+/// A decoder that loses its stream tries for 11 s to get it back, and gives up with the last few samples that it still
+/// held. Those must not pass for the end of the audio. A burst of the past, which servers send to whoever joins, makes
+/// up for nothing that is lost later.
+void StreamCapture::keepAccount(qint64 bytes)
+{
+    const std::chrono::nanoseconds gap(m_connected ? m_lastData.nsecsElapsed() : 0);
+    const std::chrono::nanoseconds length(1'000'000'000 * (bytes / m_format.frameBytes()) / m_format.sampleRate);
+    m_behind = std::max(m_behind + gap - length, 0ns);
 }
 
 void StreamCapture::addLostTime()
 {
-    m_missingMs += m_lastData.restart();
+    m_missingMs +=
+        m_lastData.restart() + std::chrono::round<std::chrono::milliseconds>(std::exchange(m_behind, 0ns)).count();
 }
 
 void StreamCapture::onWatchdog()
