@@ -68,13 +68,15 @@ void TestLoopback::readsTheMixFormat_data()
 {
     QTest::addColumn<QByteArray>("wave");
     QTest::addColumn<MixFormat>("mix");
-    QTest::newRow("plain integers") << hex("0100 0200 44ac0000 10b10200 0400 1000 0000") << MixFormat{44100, 2, 16, false, 4};
-    QTest::newRow("plain floats") << hex("0300 0100 80bb0000 00ee0200 0400 2000 0000") << MixFormat{48000, 1, 32, true, 4};
+    QTest::newRow("plain integers") << hex("0100 0200 44ac0000 10b10200 0400 1000 0000")
+                                    << MixFormat{44100, 2, 16, false, 4};
+    QTest::newRow("plain floats") << hex("0300 0100 80bb0000 00ee0200 0400 2000 0000")
+                                  << MixFormat{48000, 1, 32, true, 4};
     const QByteArray surround = hex("feff 0800 80bb0000 00701700 2000 2000 1600 2000 3f060000");
     QTest::newRow("extensible floats, 8 channels")
         << surround + hex("0300000000001000800000aa00389b71") << MixFormat{48000, 8, 32, true, 32};
-    QTest::newRow("extensible integers")
-        << surround + hex("0100000000001000800000aa00389b71") << MixFormat{48000, 8, 32, false, 32};
+    QTest::newRow("extensible integers") << surround + hex("0100000000001000800000aa00389b71")
+                                         << MixFormat{48000, 8, 32, false, 32};
     QTest::newRow("extensible, cut off") << surround << MixFormat{48000, 8, 32, false, 32};
     QTest::newRow("nothing") << QByteArray() << MixFormat{};
 }

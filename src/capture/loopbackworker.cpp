@@ -41,9 +41,9 @@ void LoopbackWorker::deliver(const uchar* samples, qint64 frames)
 {
     quint64 overs = 0;
     const QByteArray block = samples
-        ? convertToS16(samples, frames * m_mix.frameBytes, m_mix.channels, m_mix.bitsPerSample, m_mix.isFloat,
-                       m_format.channels, {m_gain, m_limiter, &overs})
-        : QByteArray(frames * m_format.frameBytes(), '\0');
+                                 ? convertToS16(samples, frames * m_mix.frameBytes, m_mix.channels, m_mix.bitsPerSample,
+                                                m_mix.isFloat, m_format.channels, {m_gain, m_limiter, &overs})
+                                 : QByteArray(frames * m_format.frameBytes(), '\0');
     if (overs > 0)
         Q_EMIT overload();
     const QByteArray resampled = m_resampler.process(block);
@@ -62,6 +62,8 @@ void LoopbackWorker::keepTime(milliseconds patience)
         return;
     // Not until now: the part of a frame and of a millisecond that is left over counts next time, or an hour of
     // silence would become seconds shorter.
-    m_coveredUntil = since > Loopback::SilenceAtMost ? now : m_coveredUntil + nanoseconds(frames * 1'000'000'000 / m_format.sampleRate);
+    m_coveredUntil = since > Loopback::SilenceAtMost
+                         ? now
+                         : m_coveredUntil + nanoseconds(frames * 1'000'000'000 / m_format.sampleRate);
     Q_EMIT pcmReady(QByteArray(frames * m_format.frameBytes(), '\0'));
 }

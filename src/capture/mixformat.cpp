@@ -23,9 +23,9 @@ int read(QByteArrayView wave, Offset at)
 bool holdsFloats(QByteArrayView wave)
 {
     const int tag = read<quint16>(wave, Tag);
-    return tag == WaveFormatIeeeFloat
-        || (tag == WaveFormatExtensible && wave.size() >= SubFormat + GuidBytes
-            && wave.sliced(SubFormat, GuidBytes) == QByteArrayView(SubFormatFloat, GuidBytes));
+    return tag == WaveFormatIeeeFloat ||
+           (tag == WaveFormatExtensible && wave.size() >= SubFormat + GuidBytes &&
+            wave.sliced(SubFormat, GuidBytes) == QByteArrayView(SubFormatFloat, GuidBytes));
 }
 
 } // namespace

@@ -36,8 +36,8 @@ PulseConnection::~PulseConnection() = default;
 bool PulseConnection::turn(std::chrono::milliseconds atMost)
 {
     const int microseconds = int(std::chrono::microseconds(atMost).count());
-    return pa_mainloop_prepare(m_loop.get(), microseconds) >= 0 && pa_mainloop_poll(m_loop.get()) >= 0
-        && pa_mainloop_dispatch(m_loop.get()) >= 0 && PA_CONTEXT_IS_GOOD(pa_context_get_state(m_context.get()));
+    return pa_mainloop_prepare(m_loop.get(), microseconds) >= 0 && pa_mainloop_poll(m_loop.get()) >= 0 &&
+           pa_mainloop_dispatch(m_loop.get()) >= 0 && PA_CONTEXT_IS_GOOD(pa_context_get_state(m_context.get()));
 }
 
 QString PulseConnection::errorString() const
@@ -100,7 +100,8 @@ void PulseConnection::onSink(pa_context*, const pa_sink_info* sink, int end, voi
 const PulseSink* PulseConnection::sinkFor(const QByteArray& name) const
 {
     for (const QByteArray& wanted : {name, m_defaultSink}) {
-        const auto found = std::find_if(m_sinks.begin(), m_sinks.end(), [&](const PulseSink& sink) { return sink.name == wanted; });
+        const auto found =
+            std::find_if(m_sinks.begin(), m_sinks.end(), [&](const PulseSink& sink) { return sink.name == wanted; });
         if (found != m_sinks.end())
             return &*found;
     }

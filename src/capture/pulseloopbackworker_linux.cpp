@@ -57,7 +57,8 @@ MixFormat PulseLoopbackWorker::formatFor(pa_sample_spec& monitor)
         monitor.format = PA_SAMPLE_FLOAT32LE;
         bits = 32;
     }
-    return {int(monitor.rate), monitor.channels, bits, monitor.format == PA_SAMPLE_FLOAT32LE, int(pa_frame_size(&monitor))};
+    return {int(monitor.rate), monitor.channels, bits, monitor.format == PA_SAMPLE_FLOAT32LE,
+            int(pa_frame_size(&monitor))};
 }
 
 void PulseLoopbackWorker::run()

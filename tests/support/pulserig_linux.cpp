@@ -4,6 +4,8 @@
 #include <QFile>
 #include <QThread>
 
+#include <csignal>
+
 namespace {
 
 bool answers()
@@ -42,7 +44,21 @@ void PulseRig::kill()
     end(m_server);
 }
 
-void PulseRig::play(const QByteArray& pcm)
+void PulseRig::freeze(bool frozen)
+{
+    ::kill(pid_t(m_server->processId()), frozen ? SIGSTOP : SIGCONT);
+}
+
+QByteArray PulseRig::control(const QString& words)
+{
+    QProcess pactl;
+    pactl.start(QStringLiteral("pactl"), words.split(u' '));
+    if (!pactl.waitForFinished() || pactl.exitCode() != 0)
+        qFatal("pactl failed: %s", pactl.readAllStandardError().constData());
+    return pactl.readAllStandardOutput();
+}
+
+void PulseRig::play(const QByteArray& pcm, const QString& device)
 {
     QFile file(m_folder.filePath(QStringLiteral("programme%1.raw").arg(m_players.size())));
     if (!file.open(QIODevice::WriteOnly) || file.write(pcm) != pcm.size())
@@ -50,7 +66,7 @@ void PulseRig::play(const QByteArray& pcm)
     file.close();
     auto player = std::make_unique<QProcess>();
     player->start(QStringLiteral("pacat"),
-                  {QStringLiteral("--raw"), QStringLiteral("--device=program"), QStringLiteral("--format=s16le"),
+                  {QStringLiteral("--raw"), QStringLiteral("--device=") + device, QStringLiteral("--format=s16le"),
                    QStringLiteral("--rate=44100"), QStringLiteral("--channels=2"), file.fileName()});
     m_players.push_back(std::move(player));
 }
