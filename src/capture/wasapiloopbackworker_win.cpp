@@ -58,8 +58,8 @@ QString WasapiLoopbackWorker::record()
     Q_EMIT endpointResolved(Wasapi::friendlyName(device.Get()));
 
     ComPtr<IAudioClient> client;
-    result = device->Activate(__uuidof(IAudioClient), CLSCTX_ALL, nullptr,
-                              reinterpret_cast<void**>(client.GetAddressOf()));
+    result =
+        device->Activate(__uuidof(IAudioClient), CLSCTX_ALL, nullptr, reinterpret_cast<void**>(client.GetAddressOf()));
     if (FAILED(result))
         return tr("Could not activate the audio client (0x%1).").arg(quoted(result));
     WAVEFORMATEX* format = nullptr;

@@ -4,8 +4,6 @@
 #include <QFile>
 #include <QThread>
 
-#include <csignal>
-
 namespace {
 
 bool answers()
@@ -42,20 +40,6 @@ bool PulseRig::start()
 void PulseRig::kill()
 {
     end(m_server);
-}
-
-void PulseRig::freeze(bool frozen)
-{
-    ::kill(pid_t(m_server->processId()), frozen ? SIGSTOP : SIGCONT);
-}
-
-QByteArray PulseRig::control(const QString& words)
-{
-    QProcess pactl;
-    pactl.start(QStringLiteral("pactl"), words.split(u' '));
-    if (!pactl.waitForFinished() || pactl.exitCode() != 0)
-        qFatal("pactl failed: %s", pactl.readAllStandardError().constData());
-    return pactl.readAllStandardOutput();
 }
 
 void PulseRig::play(const QByteArray& pcm, const QString& device)

@@ -15,10 +15,7 @@ public:
     bool start();
     /// Ends the server at once, as a crash would.
     void kill();
-    /// Stops the server's process, and continues it.
-    void freeze(bool frozen);
-    /// Runs pactl with these words, successfully; \return what it prints.
-    static QByteArray control(const QString& words);
+    qint64 processId() const { return m_server->processId(); }
     /// Plays interleaved S16LE at 44.1 kHz stereo into this device; "line_in" hears "program".
     void play(const QByteArray& pcm, const QString& device = QStringLiteral("program"));
     ~PulseRig();
