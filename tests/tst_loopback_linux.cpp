@@ -7,12 +7,9 @@
 #include "support/samples.h"
 
 #include <QDeadlineTimer>
-#include <QElapsedTimer>
 #include <QTest>
 
 #include <csignal>
-
-namespace {
 
 /// A loopback capture at work, and all that it says.
 struct Listener : QObject {
@@ -26,13 +23,10 @@ struct Listener : QObject {
         if (QTest::qWaitFor([this] { return !heard.isEmpty(); }))
             heard.clear();
     }
-
     std::unique_ptr<AudioCapture> capture;
     QStringList errors;
     QByteArray heard;
 };
-
-} // namespace
 
 /// What a sound server plays, recorded for real.
 class TestLoopbackLinux : public QObject {
@@ -45,8 +39,8 @@ private Q_SLOTS:
         AppSettings::instance().softLimit = false;
         QVERIFY(m_rig.start());
         pactl("set-default-sink program");
-        const PlaybackDevice second = playbackDevices().value(1);
-        QCOMPARE(second.id + second.name.toUtf8(), "program2Program2");
+        QCOMPARE(playbackDevices().value(1).id, "program2");
+        QCOMPARE(playbackDevices().value(1).name, "Program2");
     }
 
     void sound()
@@ -65,10 +59,8 @@ private Q_SLOTS:
         for (const QString suspended : {"1", "0"}) {
             pactl("suspend-sink program " + suspended);
             Listener listener("program", {44100, 1});
-            QElapsedTimer elapsed;
-            elapsed.start();
             QTest::qWait(3000);
-            QVERIFY(qAbs(listener.heard.size() / 2 - elapsed.elapsed() * 44100 / 1000) < 44100 / 5);
+            QVERIFY(qAbs(listener.heard.size() / 2 - 3 * 44100) < 44100 / 5);
             QCOMPARE(listener.heard.count('\0'), listener.heard.size());
         }
     }
@@ -86,7 +78,7 @@ private Q_SLOTS:
         QTRY_VERIFY(listener.heard.size() - listener.heard.count('\0') > 150'000);
         pactl("load-module module-remap-sink sink_name=third master=program2");
         QTRY_COMPARE(listener.capture->description(), third);
-        QCOMPARE(listener.errors, QStringList());
+        QCOMPARE(listener.errors.size(), 0);
     }
 
     void serverThatHangsAndDies()
@@ -101,7 +93,6 @@ private Q_SLOTS:
         QVERIFY(!inTime.hasExpired());
 
         m_rig.kill();
-        QTRY_VERIFY(!listener.capture->isRunning());
         QTRY_COMPARE(listener.errors.size(), 1);
         listener.capture->start({});
         QTRY_COMPARE(listener.errors.join(u' '), "The connection to the sound server was lost (Connection terminated). "

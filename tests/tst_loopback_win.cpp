@@ -16,13 +16,12 @@ class TestLoopbackWin : public QObject {
 private Q_SLOTS:
     void errorText()
     {
-        const bool silent = playbackDevices().isEmpty();
         WasapiLoopbackCapture capture("{0.0.0.00000000}.{no such endpoint}");
         QSignalSpy errors(&capture, &AudioCapture::errorOccurred);
         QVERIFY(capture.start({44100, 2}));
-        QTRY_VERIFY(!capture.isRunning());
-        QTRY_COMPARE(errors.value(0).value(0), silent ? "No playback device is available for loopback capture."
-                                                      : "Could not obtain the capture service.");
+        QTRY_COMPARE(errors.value(0).value(0).toString(), playbackDevices().isEmpty()
+                                                              ? "No playback device is available for loopback capture."
+                                                              : "Could not obtain the capture service.");
     }
 
     void packets()
