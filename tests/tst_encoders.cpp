@@ -83,6 +83,20 @@ private Q_SLOTS:
         QFile::remove(path);
     }
 
+    /// What makes up for an outage comes all at once.
+    void anHourOfSilence()
+    {
+        if (!AudioFiles::toolsAvailable())
+            QSKIP("ffmpeg is not here.");
+        const QString path = m_folder.filePath("hour.flac");
+        const auto encoder = createEncoder({Flac, 64, 3});
+        QVERIFY(encoder->open(path, {44100, 2}));
+        for (int second = 0; second < 3600; ++second)
+            QVERIFY2(encoder->write(QByteArray(176400, '\0')), qPrintable(encoder->errorString()));
+        encoder->close();
+        QCOMPARE(AudioFiles::probe(path)["duration"].toString(), "3600.000000");
+    }
+
     void argumentsForFfmpeg()
     {
         const auto arguments = [](const QString& codec, int bitrate) {

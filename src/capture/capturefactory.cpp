@@ -1,14 +1,21 @@
 #include "capture/capturefactory.h"
 
 #include "app/appsettings.h"
+#include "capture/loopback.h"
 #include "capture/qtaudiocapture.h"
+#include "capture/streamcapture.h"
 
 #include <QMediaDevices>
 
 AudioCapture* createCapture(QObject* parent)
 {
-    // So far every backend records the input device: loopback and streams are still to come.
-    return new QtAudioCapture(AppSettings::instance().deviceId, parent);
+    const AppSettings& settings = AppSettings::instance();
+    const auto backend = CaptureBackend(settings.backend);
+    if (backend == CaptureBackend::Loopback)
+        return createLoopbackCapture(settings.playbackId, parent);
+    if (backend == CaptureBackend::Stream)
+        return new StreamCapture(parent);
+    return new QtAudioCapture(settings.deviceId, parent);
 }
 
 QList<QAudioDevice> inputDevices()

@@ -14,6 +14,7 @@ using namespace std::chrono_literals;
 namespace {
 
 constexpr std::chrono::milliseconds StartTimeout = 5s;
+constexpr std::chrono::milliseconds ProgressTimeout = 5s;
 constexpr std::chrono::milliseconds FinishTimeout = 15s;
 constexpr std::chrono::milliseconds TerminateTimeout = 3s;
 
@@ -90,8 +91,8 @@ bool FfmpegEncoder::write(const QByteArray& pcmS16)
             m_errorString = reasonOfEnd(*m_process);
         return false;
     }
-    if (m_process->bytesToWrite() > MaxWaitingBytes) {
-        m_errorString = tr("ffmpeg does not keep up with the recording.");
+    if (!waitForRoom()) {
+        m_errorString = isOpen() ? tr("ffmpeg does not keep up with the recording.") : reasonOfEnd(*m_process);
         return false;
     }
     const qint64 written = m_process->write(pcmS16);
@@ -100,6 +101,16 @@ bool FfmpegEncoder::write(const QByteArray& pcmS16)
         return false;
     }
     m_bytesWritten += written;
+    return true;
+}
+
+/// Waits for as long as ffmpeg takes anything at all, which the hours of silence that make up for an outage need.
+bool FfmpegEncoder::waitForRoom()
+{
+    while (m_process->bytesToWrite() > MaxWaitingBytes) {
+        if (!m_process->waitForBytesWritten(ms(ProgressTimeout)))
+            return false;
+    }
     return true;
 }
 

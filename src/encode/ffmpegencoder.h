@@ -14,8 +14,8 @@
 class FfmpegEncoder : public Encoder {
     Q_DECLARE_TR_FUNCTIONS(FfmpegEncoder)
 public:
-    /// PCM that may wait for a child that does not keep up, before write() fails. A disk or an ffmpeg
-    /// that hangs must not eat all memory; this is 12 minutes of 44.1 kHz stereo.
+    /// PCM that may wait for a child that does not keep up, before write() waits for it, and fails when the child takes
+    /// nothing for 5 s. A disk or an ffmpeg that hangs must not eat all memory; this is 12 minutes of 44.1 kHz stereo.
     static constexpr qint64 MaxWaitingBytes = 128 * 1024 * 1024;
 
     /// \param codecName, formatName as ffmpeg calls them. \param bitrate kbit/s; 0: the codec chooses.
@@ -33,6 +33,7 @@ public:
 
 private:
     static QString reasonOfEnd(const QProcess& process);
+    bool waitForRoom();
     void finishProcess();
 
     QString m_codecName;

@@ -26,8 +26,9 @@ GeneralTab::GeneralTab(AppSettings& settings, SettingsBinding& binding, QWidget*
     auto* updates = new QGroupBox(tr("Updates"));
     auto* updatesLayout = new QVBoxLayout(updates);
     addCheckBox(updatesLayout, tr("Check for updates at startup"), settings.checkAtStartup);
-    auto* note = new QLabel(tr("Checks the Quayside update service at most once a day, and whenever you use Help > Check "
-                               "for Updates."));
+    auto* note =
+        new QLabel(tr("Checks the Quayside update service at most once a day, and whenever you use Help > Check "
+                      "for Updates."));
     note->setTextFormat(Qt::PlainText);
     note->setWordWrap(true);
     updatesLayout->addWidget(note);

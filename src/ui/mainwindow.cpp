@@ -18,7 +18,7 @@
 #include "ui/settingsdialog.h"
 #include "ui/statustexts.h"
 #include "ui/trayicon.h"
-#include "ui/updatedialog.h"
+#include "ui/updateprompt.h"
 #include "ui/vfdpanel.h"
 
 #include <QAction>
@@ -37,6 +37,7 @@
 #include <QVBoxLayout>
 
 #include <chrono>
+#include <utility>
 
 using namespace std::chrono_literals;
 
@@ -83,6 +84,7 @@ void MainWindow::createEngines()
 
     m_silenceAlert = new SilenceAlert(this);
     m_diagnostics = new CaptureDiagnostics(m_recorder, this);
+    m_updatePrompt = new UpdatePrompt(this);
 }
 
 void MainWindow::buildCentralWidget()
@@ -201,12 +203,13 @@ void MainWindow::connectEngines()
     connect(m_recorder, &Recorder::channelLevels, m_diagnostics, &CaptureDiagnostics::addLevels);
     connect(m_trigger, &TriggerController::logMessage, this, &MainWindow::appendLog);
     connect(m_trigger, &TriggerController::triggerStateChanged, this, &MainWindow::showTriggerState);
-    connect(m_updates, &UpdateChecker::updateAvailable, this, &MainWindow::onUpdateAvailable);
-    connect(m_updates, &UpdateChecker::upToDate, this, &MainWindow::onUpToDate);
-    connect(m_updates, &UpdateChecker::checkFailed, this, &MainWindow::onUpdateCheckFailed);
+    connect(m_updates, &UpdateChecker::updateAvailable, m_updatePrompt, &UpdatePrompt::onUpdateAvailable);
+    connect(m_updates, &UpdateChecker::upToDate, m_updatePrompt, &UpdatePrompt::onUpToDate);
+    connect(m_updates, &UpdateChecker::checkFailed, m_updatePrompt, &UpdatePrompt::onUpdateCheckFailed);
     connect(&m_statusTimer, &QTimer::timeout, this, &MainWindow::refreshStatus);
 
     connect(m_silenceAlert, &SilenceAlert::logMessage, this, &MainWindow::appendLog);
+    connect(m_updatePrompt, &UpdatePrompt::logMessage, this, &MainWindow::appendLog);
     connect(m_diagnostics, &CaptureDiagnostics::finished, this, &MainWindow::reportDiagnostics);
     // The end of the session may come either way.
     connect(qApp, &QCoreApplication::aboutToQuit, this, [this] { m_recorder->stop(tr("exit")); });
@@ -358,7 +361,10 @@ void MainWindow::appendError(const QString& text)
 void MainWindow::refreshStatus()
 {
     lookForTray();
-    m_panel->setSourceText(StatusTexts::source(m_settings, QString::fromUtf8(m_settings.playbackId)));
+    // The sound server is asked for the device's name when another one was chosen, not every time.
+    if (std::exchange(m_namedPlaybackId, m_settings.playbackId) != m_settings.playbackId)
+        m_playbackLabel = StatusTexts::playbackLabel(m_settings.playbackId);
+    m_panel->setSourceText(StatusTexts::source(m_settings, m_playbackLabel));
     m_panel->setCodecText(StatusTexts::codec(m_settings));
     m_panel->setSchedule(m_settings.schedule);
     m_panel->setDiskText(
@@ -399,39 +405,6 @@ void MainWindow::checkForUpdates()
         return;
     appendLog(tr("Checking for updates..."));
     m_updates->check(false);
-}
-
-void MainWindow::onUpdateAvailable(const UpdateInfo& info, bool silent)
-{
-    m_settings.save();
-    appendLog(tr("Update available: version %1").arg(info.latestVersion));
-    if (silent && !info.critical && info.latestVersion == m_settings.skippedVersion)
-        return;
-    auto* dialog = new UpdateDialog(info, this);
-    dialog->setAttribute(Qt::WA_DeleteOnClose);
-    connect(dialog, &UpdateDialog::skipRequested, this, [this, version = info.latestVersion] {
-        m_settings.skippedVersion = version;
-        m_settings.save();
-        appendLog(tr("Skipping version %1").arg(version));
-    });
-    dialog->open();
-}
-
-void MainWindow::onUpToDate(bool silent)
-{
-    m_settings.save();
-    if (!silent)
-        PlainMessage::show(this, QMessageBox::Information, tr("Check for Updates"),
-                           tr("You are running the latest version (%1).").arg(QCoreApplication::applicationVersion()));
-}
-
-void MainWindow::onUpdateCheckFailed(const QString& reason, bool silent)
-{
-    m_settings.save();
-    appendLog(tr("Update check failed: %1").arg(reason));
-    if (!silent)
-        PlainMessage::show(this, QMessageBox::Warning, tr("Check for Updates"),
-                           tr("Could not check for updates.\n\n%1").arg(reason));
 }
 
 void MainWindow::bringToFront()

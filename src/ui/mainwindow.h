@@ -20,8 +20,8 @@ class SilenceAlert;
 class TrayIcon;
 class TriggerController;
 class UpdateChecker;
+class UpdatePrompt;
 class VfdPanel;
-struct UpdateInfo;
 
 /// The hub of the program: creates the engines, shows what they say and passes the operator's commands on to them.
 /// The engines never call the window.
@@ -51,9 +51,6 @@ private Q_SLOTS:
     void showAbout();
     void runCaptureDiagnostics();
     void checkForUpdates();
-    void onUpdateAvailable(const UpdateInfo& info, bool silent);
-    void onUpToDate(bool silent);
-    void onUpdateCheckFailed(const QString& reason, bool silent);
 
 protected:
     void changeEvent(QEvent* event) override;
@@ -90,6 +87,7 @@ private:
 
     SilenceAlert* m_silenceAlert = nullptr;
     CaptureDiagnostics* m_diagnostics = nullptr;
+    UpdatePrompt* m_updatePrompt = nullptr;
     TrayIcon* m_tray = nullptr; ///< null where the desktop has no notification area
     VfdPanel* m_panel = nullptr;
     QPushButton* m_recordButton = nullptr;
@@ -97,5 +95,7 @@ private:
     LogList* m_log = nullptr;
     QLabel* m_triggerLabel = nullptr;
     QTimer m_statusTimer;
+    QByteArray m_namedPlaybackId; ///< the device that m_playbackLabel names
+    QString m_playbackLabel;
     QElapsedTimer m_sinceOverloadLine; ///< invalid: none yet
 };

@@ -203,8 +203,7 @@ void RecordingTab::showCurrentSource()
 {
     QString source = m_device->currentText();
     if (CaptureBackend(backend()) == CaptureBackend::Stream)
-        source = ffmpegAvailable() ? tr("(decoded by ffmpeg)")
-                                   : tr("(ffmpeg not found - stream logging unavailable)");
+        source = ffmpegAvailable() ? tr("(decoded by ffmpeg)") : tr("(ffmpeg not found - stream logging unavailable)");
     else if (source.isEmpty())
         source = tr("(default device)");
     m_currentSource->setText(tr("<b>Current source:</b> %1").arg(source.toHtmlEscaped()));

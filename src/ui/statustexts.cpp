@@ -2,10 +2,13 @@
 
 #include "app/appsettings.h"
 #include "capture/capturefactory.h"
+#include "capture/loopback.h"
 #include "encode/codecs.h"
 
 #include <QDir>
 #include <QStorageInfo>
+
+#include <algorithm>
 
 QString StatusTexts::source(const AppSettings& settings, const QString& playbackLabel)
 {
@@ -26,6 +29,16 @@ QString StatusTexts::source(const AppSettings& settings, const QString& playback
         break;
     }
     return QStringLiteral("%1 · %2").arg(kind, name);
+}
+
+QString StatusTexts::playbackLabel(const QByteArray& playbackId)
+{
+    if (playbackId.isEmpty())
+        return {};
+    const QList<PlaybackDevice> devices = playbackDevices();
+    const auto found = std::find_if(devices.cbegin(), devices.cend(),
+                                    [&](const PlaybackDevice& device) { return device.id == playbackId; });
+    return found != devices.cend() ? found->name : QString::fromUtf8(playbackId);
 }
 
 QString StatusTexts::codec(const AppSettings& settings)

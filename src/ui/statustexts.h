@@ -11,6 +11,8 @@ public:
     /// Kind of source and its device or address. \param playbackLabel name of the playback device that the settings
     /// choose; empty for the default one.
     static QString source(const AppSettings& settings, const QString& playbackLabel);
+    /// That name, from the system; the id where it is not there. Empty for the default device.
+    static QString playbackLabel(const QByteArray& playbackId);
     /// Codec, bit rate where it is one, and channels.
     static QString codec(const AppSettings& settings);
     /// How long the free bytes last; negative: unknown. A rate below 1 byte a second is taken as 1.

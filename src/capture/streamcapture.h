@@ -1,0 +1,64 @@
+#pragma once
+
+#include "capture/audiocapture.h"
+#include "capture/pcmformat.h"
+
+#include <QElapsedTimer>
+#include <QPointer>
+#include <QString>
+#include <QTimer>
+
+#include <chrono>
+
+class QProcess;
+
+/// Records an internet stream through an ffmpeg child that decodes it to raw PCM. A stream that stalls or ends is
+/// connected to again and again, and the time lost is made up by silence, so that recordings keep step with the clock.
+///
+/// Lost time is counted up to the next attempt. How long that attempt then takes until it delivers, and what the server
+/// sends of the past when one joins, is not, nor is a gap that ffmpeg bridges by itself before the stream counts as
+/// stalled, until the next outage. User-interface thread only.
+class StreamCapture : public AudioCapture {
+    Q_OBJECT
+public:
+    explicit StreamCapture(QObject* parent = nullptr);
+    ~StreamCapture() override;
+
+    bool start(const PcmFormat& format) override;
+    /// Within about 4 seconds. A stop while no decoder runs, between two attempts, is not told by runningChanged().
+    void stop() override;
+    bool isRunning() const override;
+    /// Host and path of the stream; never a user name or password.
+    QString description() const override;
+
+    /// Before the next attempt, after that many without data.
+    static std::chrono::seconds reconnectDelay(int attempt);
+    /// What ffmpeg is started with.
+    static QStringList arguments(const QString& url, const PcmFormat& format, bool reconnect);
+
+private Q_SLOTS:
+    void onReadyRead();
+    void onProcessFinished();
+    void onWatchdog();
+    void attemptReconnect();
+
+private:
+    bool launch();
+    void discardProcess();
+    void scheduleReconnect();
+    void keepAccount(qint64 bytes);
+    void addLostTime();
+    void fillWithSilence();
+
+    PcmFormat m_format;
+    QString m_url;
+    QPointer<QProcess> m_process;
+    QTimer m_watchdog;
+    QTimer m_reconnectTimer;
+    QElapsedTimer m_lastData; ///< since data came, or since the time without any was last counted
+    std::chrono::nanoseconds m_behind{}; ///< how far the current process' audio is behind the clock
+    qint64 m_missingMs = 0; ///< lost, and not yet made up by silence
+    int m_attempt = 0; ///< since data last came
+    bool m_stopping = true;
+    bool m_connected = false; ///< the current process has delivered
+};

@@ -1,0 +1,282 @@
+#include "app/appsettings.h"
+#include "capture/capturefactory.h"
+#include "capture/pcmconvert.h"
+#include "capture/streamcapture.h"
+#include "engine/recorder.h"
+#include "support/audiofiles.h"
+#include "support/counting.h"
+#include "support/table.h"
+
+#include <QDir>
+#include <QFile>
+#include <QJsonObject>
+#include <QProcess>
+#include <QRandomGenerator>
+#include <QSignalSpy>
+#include <QTcpServer>
+#include <QTcpSocket>
+#include <QTemporaryDir>
+
+#include <csignal>
+#include <sys/prctl.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+using namespace std::chrono_literals;
+
+namespace {
+
+constexpr char RecordArgument[] = "--record";
+constexpr char Exited[] = "Stream decoder exited - reconnecting";
+constexpr char Stalled[] = "Stream stalled for 3 s - reconnecting";
+constexpr char Connected[] = "Stream connected: 127.0.0.1/live";
+constexpr char Ended[] = "The stream ended and reconnection is disabled.";
+
+/// The process that is to be killed: records a stream into a folder and prints what its recorder says.
+int record(const QStringList& arguments)
+{
+    AppSettings& settings = AppSettings::instance();
+    settings.backend = int(CaptureBackend::Stream);
+    settings.outputFolder = arguments.value(2);
+    settings.streamUrl = QStringLiteral("http://x");
+    Recorder recorder(nullptr);
+    QObject::connect(&recorder, &Recorder::errorOccurred, qApp, [](const QString& text) { puts(qPrintable(text)); });
+    return recorder.start() ? QCoreApplication::exec() : 1;
+}
+
+/// Id and command line of each child of a process.
+QStringList childrenOf(qint64 pid)
+{
+    QProcess list;
+    list.start("pgrep", {"-a", "-P", QString::number(pid)});
+    list.waitForFinished();
+    return QString::fromUtf8(list.readAll()).split(u'\n', Qt::SkipEmptyParts);
+}
+
+/// A capture, and all that it says.
+struct Listener {
+    Listener()
+    {
+        const auto say = [this](const QString& text) { said << text; };
+        QObject::connect(&capture, &AudioCapture::warning, &capture, say);
+        QObject::connect(&capture, &AudioCapture::errorOccurred, &capture, say);
+        QObject::connect(&capture, &AudioCapture::dataReady, &capture, [this](const QByteArray& block) {
+            torn += block.size() % 4;
+            audio += block;
+        });
+    }
+    /// Whether there are so many milliseconds of silence at this place. Timers are 5 % early at most.
+    bool isSilent(qsizetype at, qint64 ms, qint64 late = 700) const
+    {
+        const auto sound = std::find_if(audio.begin() + at, audio.end(), [](char byte) { return byte != 0; });
+        const qint64 silence = (sound - audio.begin() - at) / 4 * 1000 / 44100;
+        qInfo("%lld ms of silence", silence);
+        return silence >= ms * 19 / 20 && silence < ms + late;
+    }
+
+    StreamCapture capture;
+    QStringList said;
+    QByteArray audio;
+    qsizetype torn = 0;
+};
+
+} // namespace
+
+class TestStreamCapture : public QObject {
+    Q_OBJECT
+
+    using FailureRows = Table<QString, QStringList>;
+
+private Q_SLOTS:
+    void initTestCase()
+    {
+        QVERIFY(QFile::link(QT_TESTCASE_SOURCEDIR "/support/ffmpegstandin", m_folder.filePath("ffmpeg")));
+        qputenv("PATH", m_folder.path().toUtf8() + ':' + qgetenv("PATH"));
+        // None that the system gives to a client: trying to connect to such a port may well take it.
+        QTcpServer freePort;
+        while (!freePort.listen(QHostAddress::LocalHost, quint16(QRandomGenerator::global()->bounded(20000, 32768))))
+            continue;
+        m_host = QString("127.0.0.1:%1").arg(freePort.serverPort());
+    }
+    void init()
+    {
+        qunsetenv("DECODER");
+        m_settings.streamUrl = " http://" + m_host + "/live ";
+        m_settings.streamReconnect = true;
+        m_settings.streamStall = 1; // which is 3
+        m_settings.inputGainDb = 0;
+    }
+
+    void argumentsAndDelays()
+    {
+        const auto arguments = [](bool reconnect) { return StreamCapture::arguments("u", {8000, 1}, reconnect); };
+        QCOMPARE(arguments(true).join(u' ').remove(QCoreApplication::applicationVersion()),
+                 "-hide_banner -loglevel error -user_agent Tidewell/ -reconnect 1 -reconnect_streamed 1 "
+                 "-reconnect_delay_max 10 -i u -vn -flush_packets 1 -f s16le -ar 8000 -ac 1 pipe:1");
+        QCOMPARE(arguments(true).size() - arguments(false).size(), 6);
+        QList<std::chrono::seconds> delays;
+        for (int attempt = 0; attempt < 8; ++attempt)
+            delays << StreamCapture::reconnectDelay(attempt);
+        QCOMPARE(delays, (QList{1s, 2s, 5s, 10s, 20s, 30s, 30s, 30s}));
+    }
+
+    void failure_data()
+    {
+        const FailureRows row;
+        row("no URL", " ", {"No stream URL has been configured."});
+        row("not a URL", "http://[", {"The stream URL is not valid: http://["});
+        row("no server", "http://" + m_host + "/live.mp3", {Exited, Ended});
+        row("no such host", "http://tidewell.invalid/", {Exited, Ended});
+        row("no sound", "file:///proc/version", {Exited, Ended});
+    }
+    void failure()
+    {
+        const auto [url, said] = FailureRows::fetch();
+        m_settings.streamUrl = url;
+        m_settings.streamReconnect = false;
+        Listener listener;
+        QCOMPARE(listener.capture.start({44100, 2}), said.size() == 2);
+        QTRY_COMPARE_WITH_TIMEOUT(listener.said, said, 20'000);
+        QVERIFY(!listener.capture.isRunning());
+    }
+
+    void noFfmpeg()
+    {
+        QProcess recorder;
+        recorder.setEnvironment({"PATH="});
+        recorder.start(QCoreApplication::applicationFilePath(), {RecordArgument, m_folder.path()});
+        QVERIFY(recorder.waitForFinished());
+        QCOMPARE(recorder.readAll(), "Stream logging needs ffmpeg, which was not found on this system. Install it or "
+                                     "place ffmpeg next to Tidewell.\n");
+    }
+
+    /// Two attempts that fail, then two that deliver the same: it ends, after a gap, in the middle of a sample.
+    void outagesAndTornFrames()
+    {
+        const QByteArray stream = Counting::frames(1, 44100);
+        QFile file(m_folder.filePath("stream"));
+        QVERIFY(file.open(QIODevice::WriteOnly) && file.write(stream + "odd") == stream.size() + 3);
+        file.close();
+        qputenv("DECODER",
+                "cd " + m_folder.path().toUtf8() + R"(; echo >>launches; [ $(wc -l <launches) -gt 2 ] || exit 1
+            exec <stream; for n in 1 2 4 7 997 4093 30001 70001; do dd bs=$n count=1 status=none; sleep .03; done
+            dd bs=69999 count=1 status=none; sleep 1.5; cat)");
+        m_settings.inputGainDb = 6;
+        QByteArray louder = stream;
+        applyGainS16(louder, {GainStage::factorFromDb(6), m_settings.softLimit});
+        Listener listener;
+        QVERIFY(listener.capture.start({44100, 2}));
+        QTRY_COMPARE_WITH_TIMEOUT(listener.said, (QStringList{Exited, Exited, Connected, Exited, Connected, Exited}),
+                                  15'000);
+        listener.capture.stop(); // between two attempts
+
+        const qsizetype first = listener.audio.indexOf(louder);
+        QVERIFY(first >= 0 && listener.audio.endsWith(louder));
+        QVERIFY(listener.isSilent(0, 1000 + 2000));
+        QVERIFY(listener.isSilent(first + louder.size(), 1500 + 1000));
+        QCOMPARE(listener.audio.count(louder), 2);
+        QCOMPARE(listener.torn, 0);
+    }
+
+    /// It ignores the request to end, and goes on to deliver.
+    void stubbornDecoder()
+    {
+        qputenv("DECODER", "trap '' TERM; while :; do head -c 8000 /dev/zero; sleep .05; done");
+        Listener listener;
+        QVERIFY(listener.capture.start({44100, 2}));
+        QTRY_VERIFY(!listener.audio.isEmpty());
+        const qsizetype heard = listener.audio.size();
+        QElapsedTimer time;
+        time.start();
+        listener.capture.stop();
+        QVERIFY2(time.elapsed() >= 2000 && time.elapsed() < 3500, QByteArray::number(time.elapsed()));
+        QCOMPARE(childrenOf(getpid()), QStringList());
+        QTest::qWait(200);
+        QCOMPARE(listener.audio.size(), heard);
+    }
+
+    /// The decoder dies with the program; the encoder sees the end of its input and finishes its file.
+    void programKilled()
+    {
+        const QTemporaryDir folder;
+        qputenv("DECODER", "exec ffmpeg -v quiet -re -f lavfi -i anoisesrc -ar 44100 -ac 1 -f s16le pipe:");
+        QProcess recorder;
+        recorder.start(QCoreApplication::applicationFilePath(), {RecordArgument, folder.path()});
+        QTRY_COMPARE(childrenOf(recorder.processId()).filter("ffmpeg").size(), 2);
+        QTest::qWait(2000);
+        const QStringList children = childrenOf(recorder.processId());
+        prctl(PR_SET_CHILD_SUBREAPER, 1); // so that they end as ours
+        recorder.kill();
+        QVERIFY(recorder.waitForFinished());
+        for (const QString& child : children) {
+            const pid_t id = child.section(u' ', 0, 0).toInt();
+            int status = -1;
+            QCOMPARE(waitpid(id, &status, 0), id);
+            QCOMPARE(status, child.contains("anoisesrc") ? SIGKILL : 0);
+        }
+        prctl(PR_SET_CHILD_SUBREAPER, 0);
+
+        const QStringList files = QDir(folder.path()).entryList(QDir::Files);
+        QCOMPARE(files.size(), 1);
+        const double seconds = AudioFiles::probe(folder.filePath(files[0]))["duration"].toString().toDouble();
+        QVERIFY2(seconds > 1, QByteArray::number(seconds));
+    }
+
+    /// The server hangs; then it dies together with its source.
+    void icecast()
+    {
+        QProcess server;
+        QProcess source;
+        const auto serve = [&] {
+            server.start(QT_TESTCASE_SOURCEDIR "/support/streamserver", {m_host.section(u':', 1)});
+            QTcpSocket socket;
+            do {
+                socket.connectToHost(QHostAddress::LocalHost, m_host.section(u':', 1).toUShort());
+            } while (!socket.waitForConnected() && server.state() != QProcess::NotRunning);
+            source.startCommand("ffmpeg -v quiet -re -f lavfi -i anoisesrc -c:a flac -content_type application/ogg "
+                                "-f ogg icecast://source:secret@" +
+                                m_host + "/live");
+        };
+        const auto end = [&] {
+            source.kill();
+            server.kill();
+            return source.waitForFinished() && server.waitForFinished();
+        };
+        Listener listener;
+        serve();
+        QVERIFY(listener.capture.start({44100, 2}));
+        QTRY_VERIFY_WITH_TIMEOUT(listener.said.endsWith(Connected), 15'000);
+        listener.said.clear();
+
+        QCOMPARE(kill(pid_t(server.processId()), SIGSTOP), 0);
+        QTRY_COMPARE_WITH_TIMEOUT(listener.said, QStringList{Stalled}, 15'000);
+        const qsizetype lost = listener.audio.size();
+        QCOMPARE(kill(pid_t(server.processId()), SIGCONT), 0);
+        QTRY_COMPARE_WITH_TIMEOUT(listener.said, (QStringList{Stalled, Connected}), 15'000);
+        QVERIFY(listener.isSilent(lost, 3000 + 1000, 2000));
+
+        QVERIFY(end());
+        QTRY_COMPARE_WITH_TIMEOUT(listener.said.mid(2), (QStringList{Stalled, Exited}), 15'000);
+        serve();
+        QTRY_COMPARE_WITH_TIMEOUT(listener.said.mid(2), (QStringList{Stalled, Exited, Connected}), 15'000);
+        listener.capture.stop();
+        QVERIFY(end());
+        QCOMPARE(childrenOf(getpid()), QStringList());
+    }
+
+private:
+    QTemporaryDir m_folder;
+    QString m_host; ///< where nobody listens, unless the test serves there
+    AppSettings& m_settings = AppSettings::instance();
+};
+
+int main(int argc, char* argv[])
+{
+    QCoreApplication app(argc, argv);
+    if (app.arguments().value(1) == RecordArgument)
+        return record(app.arguments());
+    TestStreamCapture test;
+    return QTest::qExec(&test, argc, argv);
+}
+
+#include "tst_streamcapture_linux.moc"
