@@ -177,7 +177,8 @@ void StreamCapture::onReadyRead()
         m_attempt = 0;
         Q_EMIT warning(tr("Stream connected: %1").arg(description()));
     }
-    fillWithSilence();
+    if (m_missingMs > 0)
+        fillWithSilence();
     if (m_stopping) // by who was told
         return;
 
@@ -206,7 +207,7 @@ void StreamCapture::fillWithSilence()
 void StreamCapture::keepAccount(qint64 bytes)
 {
     const std::chrono::nanoseconds gap(m_connected ? m_lastData.nsecsElapsed() : 0);
-    const std::chrono::nanoseconds length(1'000'000'000 * (bytes / m_format.frameBytes()) / m_format.sampleRate);
+    const std::chrono::nanoseconds length(std::nano::den * (bytes / m_format.frameBytes()) / m_format.sampleRate);
     m_behind = std::max(m_behind + gap - length, 0ns);
 }
 
@@ -226,17 +227,19 @@ void StreamCapture::onWatchdog()
     if (stalled < threshold)
         return;
     addLostTime();
-    discardProcess();
-    Q_EMIT warning(tr("Stream stalled for %1 s - reconnecting").arg(stalled / 1000));
-    scheduleReconnect();
+    replaceProcess(tr("Stream stalled for %1 s - reconnecting").arg(stalled / 1000));
 }
 
 void StreamCapture::onProcessFinished()
 {
-    if (m_stopping)
-        return;
-    Q_EMIT warning(tr("Stream decoder exited - reconnecting"));
-    if (m_process)
+    if (!m_stopping)
+        replaceProcess(tr("Stream decoder exited - reconnecting"));
+}
+
+void StreamCapture::replaceProcess(const QString& reason)
+{
+    Q_EMIT warning(reason);
+    if (m_process) // who was told has not stopped us
         discardProcess();
     scheduleReconnect();
 }

@@ -25,7 +25,7 @@ public:
     ~StreamCapture() override;
 
     bool start(const PcmFormat& format) override;
-    /// Within about 4 seconds. A stop while no decoder runs, between two attempts, is not told by runningChanged().
+    /// Within about 3 seconds. A stop while no decoder runs, between two attempts, is not told by runningChanged().
     void stop() override;
     bool isRunning() const override;
     /// Host and path of the stream; never a user name or password.
@@ -45,6 +45,7 @@ private Q_SLOTS:
 private:
     bool launch();
     void discardProcess();
+    void replaceProcess(const QString& reason);
     void scheduleReconnect();
     void keepAccount(qint64 bytes);
     void addLostTime();
