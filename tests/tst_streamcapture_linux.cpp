@@ -263,7 +263,7 @@ private Q_SLOTS:
 
 private:
     QTemporaryDir m_folder;
-    quint16 m_port; ///< where nobody listens, unless the test serves there
+    quint16 m_port = 0; ///< where nobody listens, unless the test serves there
     QString m_url; ///< there
     AppSettings& m_settings = AppSettings::instance();
 };
