@@ -147,7 +147,7 @@ private Q_SLOTS:
                                      "place ffmpeg next to Tidewell.\n");
     }
 
-    /// Two attempts that fail, then two that deliver the same: it ends, after a gap, in the middle of a sample.
+    /// Two attempts that fail, then two that deliver the same: it ends in the middle of a sample.
     void outagesAndTornFrames()
     {
         const QByteArray stream = Counting::frames(1, 44100);
@@ -157,7 +157,7 @@ private Q_SLOTS:
         qputenv("DECODER",
                 "cd " + m_folder.path().toUtf8() + R"(; echo >>launches; [ $(wc -l <launches) -gt 2 ] || exit 1
             exec <stream; for n in 1 2 4 7 997 4093 30001 70001; do dd bs=$n count=1 status=none; sleep .03; done
-            dd bs=69999 count=1 status=none; sleep 1.5; cat)");
+            dd bs=69999 count=1 status=none; sleep .3; cat)");
         m_settings.inputGainDb = 6;
         QByteArray louder = stream;
         applyGainS16(louder, {GainStage::factorFromDb(6), m_settings.softLimit});
@@ -170,7 +170,7 @@ private Q_SLOTS:
         const qsizetype first = listener.audio.indexOf(louder);
         QVERIFY(first >= 0 && listener.audio.endsWith(louder));
         QVERIFY(listener.isSilent(0, 1000 + 2000));
-        QVERIFY(listener.isSilent(first + louder.size(), 1500 + 1000));
+        QVERIFY(listener.isSilent(first + louder.size(), 1000));
         QCOMPARE(listener.audio.count(louder), 2);
         QCOMPARE(listener.torn, 0);
     }

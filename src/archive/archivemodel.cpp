@@ -60,7 +60,8 @@ QVariant ArchiveModel::headerData(int section, Qt::Orientation orientation, int 
 {
     if (orientation != Qt::Horizontal || role != Qt::DisplayRole || section < 0 || section >= ColumnCount)
         return {};
-    const QString headers[ColumnCount] = {tr("Date"), tr("Started"), tr("Stopped"), tr("Length"), tr("File"), tr("Path")};
+    const QString headers[ColumnCount] = {tr("Date"),   tr("Started"), tr("Stopped"),
+                                          tr("Length"), tr("File"),    tr("Path")};
     return headers[section];
 }
 
@@ -122,8 +123,8 @@ QString ArchiveModel::lengthText(qint64 durationMs)
 {
     const qint64 seconds = std::max<qint64>(durationMs, 0) / 1000;
     const auto twoDigits = [](qint64 value) { return QStringLiteral("%1").arg(value, 2, 10, QLatin1Char('0')); };
-    return QStringLiteral("%1:%2:%3").arg(QString::number(seconds / 3600), twoDigits(seconds / 60 % 60),
-                                          twoDigits(seconds % 60));
+    return QStringLiteral("%1:%2:%3")
+        .arg(QString::number(seconds / 3600), twoDigits(seconds / 60 % 60), twoDigits(seconds % 60));
 }
 
 bool ArchiveModel::lessThan(int leftRow, int rightRow, Column column) const
