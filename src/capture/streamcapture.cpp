@@ -82,7 +82,6 @@ QStringList StreamCapture::arguments(const QString& url, const PcmFormat& format
 bool StreamCapture::start(const PcmFormat& format)
 {
     stop();
-    m_behind = 0ns;
     m_missingMs = 0;
     m_attempt = 0;
     m_stopping = false;
@@ -171,13 +170,13 @@ void StreamCapture::onReadyRead()
     QByteArray block = m_process->read(available - available % m_format.frameBytes());
     if (block.isEmpty())
         return;
-    keepAccount(block.size());
     if (!m_connected) {
         m_connected = true;
         m_attempt = 0;
         Q_EMIT warning(tr("Stream connected: %1").arg(description()));
     }
-    fillWithSilence();
+    if (m_missingMs > 0)
+        fillWithSilence();
     if (m_stopping) // by who was told
         return;
 
@@ -200,20 +199,9 @@ void StreamCapture::fillWithSilence()
         Q_EMIT dataReady(frames >= atMost ? block : block.first(frames * m_format.frameBytes()));
 }
 
-/// A decoder that loses its stream tries for 11 s to get it back, and gives up with the last few samples that it still
-/// held. Those must not pass for the end of the audio. A burst of the past, which servers send to whoever joins, makes
-/// up for nothing that is lost later.
-void StreamCapture::keepAccount(qint64 bytes)
-{
-    const std::chrono::nanoseconds gap(m_connected ? m_lastData.nsecsElapsed() : 0);
-    const std::chrono::nanoseconds length(1'000'000'000 * (bytes / m_format.frameBytes()) / m_format.sampleRate);
-    m_behind = std::max(m_behind + gap - length, 0ns);
-}
-
 void StreamCapture::addLostTime()
 {
-    m_missingMs +=
-        m_lastData.restart() + std::chrono::round<std::chrono::milliseconds>(std::exchange(m_behind, 0ns)).count();
+    m_missingMs += m_lastData.restart();
 }
 
 void StreamCapture::onWatchdog()
@@ -226,17 +214,19 @@ void StreamCapture::onWatchdog()
     if (stalled < threshold)
         return;
     addLostTime();
-    discardProcess();
-    Q_EMIT warning(tr("Stream stalled for %1 s - reconnecting").arg(stalled / 1000));
-    scheduleReconnect();
+    replaceProcess(tr("Stream stalled for %1 s - reconnecting").arg(stalled / 1000));
 }
 
 void StreamCapture::onProcessFinished()
 {
-    if (m_stopping)
-        return;
-    Q_EMIT warning(tr("Stream decoder exited - reconnecting"));
-    if (m_process)
+    if (!m_stopping)
+        replaceProcess(tr("Stream decoder exited - reconnecting"));
+}
+
+void StreamCapture::replaceProcess(const QString& reason)
+{
+    Q_EMIT warning(reason);
+    if (m_process) // who was told has not stopped us
         discardProcess();
     scheduleReconnect();
 }

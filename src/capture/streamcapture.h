@@ -15,9 +15,9 @@ class QProcess;
 /// Records an internet stream through an ffmpeg child that decodes it to raw PCM. A stream that stalls or ends is
 /// connected to again and again, and the time lost is made up by silence, so that recordings keep step with the clock.
 ///
-/// Lost time is counted up to the next attempt. How long that attempt then takes until it delivers, and what the server
-/// sends of the past when one joins, is not, nor is a gap that ffmpeg bridges by itself before the stream counts as
-/// stalled, until the next outage. User-interface thread only.
+/// Lost time is counted from the last data to the next attempt. Not counted is how long that attempt then takes until
+/// it delivers, what the server sends of the past when one joins, and the 11 s that ffmpeg spends on attempts of its
+/// own when it gives them up with a few last samples. User-interface thread only.
 class StreamCapture : public AudioCapture {
     Q_OBJECT
 public:
@@ -25,7 +25,7 @@ public:
     ~StreamCapture() override;
 
     bool start(const PcmFormat& format) override;
-    /// Within about 4 seconds. A stop while no decoder runs, between two attempts, is not told by runningChanged().
+    /// Within about 3 seconds. A stop while no decoder runs, between two attempts, is not told by runningChanged().
     void stop() override;
     bool isRunning() const override;
     /// Host and path of the stream; never a user name or password.
@@ -45,8 +45,8 @@ private Q_SLOTS:
 private:
     bool launch();
     void discardProcess();
+    void replaceProcess(const QString& reason);
     void scheduleReconnect();
-    void keepAccount(qint64 bytes);
     void addLostTime();
     void fillWithSilence();
 
@@ -56,7 +56,6 @@ private:
     QTimer m_watchdog;
     QTimer m_reconnectTimer;
     QElapsedTimer m_lastData; ///< since data came, or since the time without any was last counted
-    std::chrono::nanoseconds m_behind{}; ///< how far the current process' audio is behind the clock
     qint64 m_missingMs = 0; ///< lost, and not yet made up by silence
     int m_attempt = 0; ///< since data last came
     bool m_stopping = true;
