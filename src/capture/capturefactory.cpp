@@ -1,6 +1,7 @@
 #include "capture/capturefactory.h"
 
 #include "app/appsettings.h"
+#include "capture/loopback.h"
 #include "capture/qtaudiocapture.h"
 #include "capture/streamcapture.h"
 
@@ -9,9 +10,11 @@
 AudioCapture* createCapture(QObject* parent)
 {
     const AppSettings& settings = AppSettings::instance();
-    if (CaptureBackend(settings.backend) == CaptureBackend::Stream)
+    const auto backend = CaptureBackend(settings.backend);
+    if (backend == CaptureBackend::Loopback)
+        return createLoopbackCapture(settings.playbackId, parent);
+    if (backend == CaptureBackend::Stream)
         return new StreamCapture(parent);
-    // Loopback is still to come.
     return new QtAudioCapture(settings.deviceId, parent);
 }
 

@@ -42,7 +42,7 @@ void PulseRig::kill()
     end(m_server);
 }
 
-void PulseRig::play(const QByteArray& pcm)
+void PulseRig::play(const QByteArray& pcm, const QString& device)
 {
     QFile file(m_folder.filePath(QStringLiteral("programme%1.raw").arg(m_players.size())));
     if (!file.open(QIODevice::WriteOnly) || file.write(pcm) != pcm.size())
@@ -50,7 +50,7 @@ void PulseRig::play(const QByteArray& pcm)
     file.close();
     auto player = std::make_unique<QProcess>();
     player->start(QStringLiteral("pacat"),
-                  {QStringLiteral("--raw"), QStringLiteral("--device=program"), QStringLiteral("--format=s16le"),
+                  {QStringLiteral("--raw"), QStringLiteral("--device=") + device, QStringLiteral("--format=s16le"),
                    QStringLiteral("--rate=44100"), QStringLiteral("--channels=2"), file.fileName()});
     m_players.push_back(std::move(player));
 }

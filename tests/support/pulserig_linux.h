@@ -15,8 +15,9 @@ public:
     bool start();
     /// Ends the server at once, as a crash would.
     void kill();
-    /// Plays interleaved S16LE at 44.1 kHz stereo into the device "program", which "line_in" hears.
-    void play(const QByteArray& pcm);
+    qint64 processId() const { return m_server->processId(); }
+    /// Plays interleaved S16LE at 44.1 kHz stereo into this device; "line_in" hears "program".
+    void play(const QByteArray& pcm, const QString& device = QStringLiteral("program"));
     ~PulseRig();
 
 private:

@@ -1,0 +1,93 @@
+#include "capture/loopbackcapture.h"
+
+#include "app/appsettings.h"
+#include "capture/loopbackworker.h"
+#include "capture/pcmconvert.h"
+
+#include <QLoggingCategory>
+
+#include <utility>
+
+using namespace std::chrono_literals;
+
+Q_LOGGING_CATEGORY(lcLoopback, "tidewell.capture.loopback")
+
+namespace {
+
+constexpr auto StopTimeout = 3s;
+/// A cancelled thread ends where it next waits for the system.
+constexpr auto TerminateTimeout = 200ms;
+
+} // namespace
+
+LoopbackCapture::LoopbackCapture(const QByteArray& deviceId, QObject* parent)
+    : AudioCapture(parent), m_deviceId(deviceId)
+{
+}
+
+LoopbackCapture::~LoopbackCapture()
+{
+    stop();
+}
+
+bool LoopbackCapture::isRunning() const
+{
+    return m_worker && m_worker->isRunning();
+}
+
+QString LoopbackCapture::description() const
+{
+    return m_friendlyName.isEmpty() ? tr("(default playback device)") : m_friendlyName;
+}
+
+bool LoopbackCapture::start(const PcmFormat& format)
+{
+    stop();
+    const AppSettings& settings = AppSettings::instance();
+    LoopbackWorker* const worker =
+        createWorker(m_deviceId, format, GainStage::factorFromDb(settings.inputGainDb), settings.softLimit);
+    m_worker = worker;
+    // What a worker has queued is delivered even after it was disconnected, and must not get into the next run. The
+    // worker is deleted behind all it has queued, so that no later one can be mistaken for it.
+    connect(worker, &LoopbackWorker::pcmReady, this, [this, worker](const QByteArray& pcmS16) {
+        if (m_worker == worker)
+            Q_EMIT dataReady(pcmS16);
+    });
+    connect(worker, &LoopbackWorker::failed, this, [this, worker](const QString& message) {
+        if (m_worker == worker)
+            Q_EMIT errorOccurred(message);
+    });
+    connect(worker, &LoopbackWorker::endpointResolved, this, [this, worker](const QString& friendlyName) {
+        if (m_worker == worker)
+            m_friendlyName = friendlyName;
+    });
+    connect(worker, &LoopbackWorker::overload, this, [this, worker] {
+        if (m_worker == worker)
+            Q_EMIT overloadDetected();
+    });
+    connect(worker, &QThread::finished, this, [this, worker] {
+        if (!m_worker || m_worker == worker) // not when it was replaced
+            Q_EMIT runningChanged(false);
+    });
+    worker->start(QThread::TimeCriticalPriority);
+    Q_EMIT runningChanged(true);
+    return true;
+}
+
+void LoopbackCapture::stop()
+{
+    LoopbackWorker* const worker = std::exchange(m_worker, nullptr);
+    if (!worker)
+        return;
+    worker->requestStop();
+    if (!worker->wait(QDeadlineTimer(StopTimeout))) {
+        qCWarning(lcLoopback, "the device does not answer, its thread is terminated");
+        worker->terminate();
+        worker->wait(QDeadlineTimer(TerminateTimeout));
+    }
+    // To delete a running thread would end the program: one that cannot even be terminated is left alone.
+    if (worker->isFinished())
+        worker->deleteLater();
+    else
+        connect(worker, &QThread::finished, worker, &QObject::deleteLater);
+}

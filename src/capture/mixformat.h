@@ -1,0 +1,18 @@
+#pragma once
+
+#include <QByteArrayView>
+
+/// The samples of a device's mix, as they come from it: interleaved, little-endian.
+struct MixFormat {
+    int sampleRate = 0; ///< Hz
+    int channels = 0;
+    int bitsPerSample = 0;
+    bool isFloat = false;
+    int frameBytes = 0;
+
+    /// \param wave a WAVEFORMATEX or WAVEFORMATEXTENSIBLE with all that follows it.
+    /// What is cut off reads as 0: a mix without channels, which converts to nothing.
+    static MixFormat fromWaveFormat(QByteArrayView wave);
+
+    bool operator==(const MixFormat&) const = default;
+};

@@ -1,0 +1,109 @@
+#include "capture/pulseconnection_linux.h"
+
+#include <algorithm>
+#include <utility>
+
+namespace {
+
+constexpr char ClientName[] = "Tidewell";
+
+/// The answer comes by a callback; when there will be none, the connection has failed and turn() tells.
+void letGo(pa_operation* operation)
+{
+    if (operation)
+        pa_operation_unref(operation);
+}
+
+} // namespace
+
+void PulseConnection::Release::operator()(pa_context* context) const
+{
+    pa_context_set_state_callback(context, nullptr, nullptr);
+    pa_context_disconnect(context);
+    pa_context_unref(context);
+}
+
+PulseConnection::PulseConnection()
+    : m_loop(pa_mainloop_new()), m_context(pa_context_new(pa_mainloop_get_api(m_loop.get()), ClientName))
+{
+    pa_context_set_state_callback(m_context.get(), onState, this);
+    // To start a server is the business of the session; it would be waited for.
+    pa_context_connect(m_context.get(), nullptr, PA_CONTEXT_NOAUTOSPAWN, nullptr);
+}
+
+PulseConnection::~PulseConnection() = default;
+
+bool PulseConnection::turn(std::chrono::milliseconds atMost)
+{
+    const int microseconds = int(std::chrono::microseconds(atMost).count());
+    return pa_mainloop_prepare(m_loop.get(), microseconds) >= 0 && pa_mainloop_poll(m_loop.get()) >= 0 &&
+           pa_mainloop_dispatch(m_loop.get()) >= 0 && PA_CONTEXT_IS_GOOD(pa_context_get_state(m_context.get()));
+}
+
+QString PulseConnection::errorString() const
+{
+    const int error = pa_context_errno(m_context.get());
+    return QString::fromUtf8(pa_strerror(error == PA_OK ? PA_ERR_TIMEOUT : error));
+}
+
+void PulseConnection::onState(pa_context* context, void* self)
+{
+    if (pa_context_get_state(context) != PA_CONTEXT_READY)
+        return;
+    pa_context_set_subscribe_callback(context, onEvent, self);
+    constexpr auto Mask = pa_subscription_mask_t(PA_SUBSCRIPTION_MASK_SINK | PA_SUBSCRIPTION_MASK_SERVER);
+    letGo(pa_context_subscribe(context, Mask, nullptr, nullptr));
+    static_cast<PulseConnection*>(self)->refresh();
+}
+
+void PulseConnection::onEvent(pa_context*, pa_subscription_event_type_t type, uint32_t, void* self)
+{
+    // A device changes with every touch of its volume; a server, when another device becomes the default.
+    const bool ofDevice = (type & PA_SUBSCRIPTION_EVENT_FACILITY_MASK) == PA_SUBSCRIPTION_EVENT_SINK;
+    if (!ofDevice || (type & PA_SUBSCRIPTION_EVENT_TYPE_MASK) != PA_SUBSCRIPTION_EVENT_CHANGE)
+        static_cast<PulseConnection*>(self)->refresh();
+}
+
+void PulseConnection::refresh()
+{
+    if (m_reading) {
+        m_outdated = true;
+        return;
+    }
+    m_reading = true;
+    m_outdated = false;
+    m_incoming.clear();
+    letGo(pa_context_get_server_info(m_context.get(), onServer, this));
+    letGo(pa_context_get_sink_info_list(m_context.get(), onSink, this));
+}
+
+void PulseConnection::onServer(pa_context*, const pa_server_info* server, void* self)
+{
+    static_cast<PulseConnection*>(self)->m_defaultSink = server ? server->default_sink_name : nullptr;
+}
+
+void PulseConnection::onSink(pa_context*, const pa_sink_info* sink, int end, void* self)
+{
+    auto* const that = static_cast<PulseConnection*>(self);
+    if (end == 0) {
+        that->m_incoming.append({sink->name, QString::fromUtf8(sink->description), sink->monitor_source_name,
+                                 sink->monitor_source, sink->sample_spec, sink->channel_map});
+        return;
+    }
+    that->m_reading = false;
+    that->m_sinks = std::exchange(that->m_incoming, {});
+    ++that->m_revision;
+    if (that->m_outdated)
+        that->refresh();
+}
+
+const PulseSink* PulseConnection::sinkFor(const QByteArray& name) const
+{
+    for (const QByteArray& wanted : {name, m_defaultSink}) {
+        const auto found =
+            std::find_if(m_sinks.begin(), m_sinks.end(), [&](const PulseSink& sink) { return sink.name == wanted; });
+        if (found != m_sinks.end())
+            return &*found;
+    }
+    return m_sinks.isEmpty() ? nullptr : &m_sinks.first();
+}

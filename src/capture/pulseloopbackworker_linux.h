@@ -1,0 +1,37 @@
+#pragma once
+
+#include "capture/loopbackworker.h"
+
+#include <pulse/pulseaudio.h>
+
+#include <memory>
+
+class PulseConnection;
+
+/// Records the monitor of the chosen playback device, in the device's own format. While that device is not there it
+/// records the default one, whichever that is at the time.
+class PulseLoopbackWorker : public LoopbackWorker {
+    Q_OBJECT
+public:
+    using LoopbackWorker::LoopbackWorker;
+
+    /// The format to record a monitor in: its own, where conversion reads that; any other comes as floats.
+    static MixFormat formatFor(pa_sample_spec& monitor);
+
+protected:
+    void run() override;
+
+private:
+    /// \return why it ended; empty when it was asked to.
+    QString record(PulseConnection& server);
+    bool follow(PulseConnection& server);
+    void drain();
+
+    struct Release {
+        void operator()(pa_stream* stream) const;
+    };
+    std::unique_ptr<pa_stream, Release> m_stream; ///< worker's thread only
+    int m_seenRevision = 0;
+    quint32 m_monitorIndex = 0; ///< what m_stream records
+    int m_failures = 0; ///< since a stream last delivered
+};
