@@ -71,7 +71,7 @@ private Q_SLOTS:
 
     void runs()
     {
-        for (const QByteArray id : {"stops", "hangs"}) {
+        for (const char* id : {"stops", "hangs"}) {
             FakeCapture capture(id);
             capture.start({44100, 1});
             delivered.acquire();

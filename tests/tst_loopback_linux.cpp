@@ -56,8 +56,8 @@ private Q_SLOTS:
 
     void silence()
     {
-        for (const QString suspended : {"1", "0"}) {
-            pactl("suspend-sink program " + suspended);
+        for (const char* state : {"suspend-sink program 1", "suspend-sink program 0"}) {
+            pactl(state);
             Listener listener("program", {44100, 1});
             QTest::qWait(3000);
             QVERIFY(qAbs(listener.heard.size() / 2 - 3 * 44100) < 44100 / 5);

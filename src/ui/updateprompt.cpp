@@ -32,9 +32,8 @@ void UpdatePrompt::onUpToDate(bool silent)
 {
     AppSettings::instance().save();
     if (!silent)
-        PlainMessage::show(
-            m_window, QMessageBox::Information, tr("Check for Updates"),
-            tr("You are running the latest version (%1).").arg(QCoreApplication::applicationVersion()));
+        PlainMessage::show(m_window, QMessageBox::Information, tr("Check for Updates"),
+                           tr("You are running the latest version (%1).").arg(QCoreApplication::applicationVersion()));
 }
 
 void UpdatePrompt::onUpdateCheckFailed(const QString& reason, bool silent)
