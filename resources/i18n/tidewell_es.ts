@@ -21,6 +21,90 @@
     </message>
 </context>
 <context>
+    <name>AlertsTab</name>
+    <message>
+        <source>Use TLS</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>&amp;Test</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Send silence notifications</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source> sec</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source> dB</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Alerts</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Silence duration:</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Threshold:</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Email address:</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Subject:</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>SMTP server:</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Port:</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>User name:</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Password:</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>From email:</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Test</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Enter at least an SMTP server and a recipient address.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Tidewell test message</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>This is a test message from Tidewell.
+If you received it, silence notifications are configured correctly.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Test failed</source>
+        <translation type="unfinished"></translation>
+    </message>
+</context>
+<context>
     <name>ArchiveModel</name>
     <message>
         <source>Date</source>
@@ -141,6 +225,73 @@
     </message>
 </context>
 <context>
+    <name>GeneralTab</name>
+    <message>
+        <source>Updates</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Check for updates at startup</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Checks the Quayside update service at most once a day, and whenever you use Help &gt; Check for Updates.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Ask me each time</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Minimise to the tray</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Exit Tidewell</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Follow system</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Light</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Dark</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>System language</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Start with the operating system</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Closing the window:</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Appearance:</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Show button on taskbar</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Restart the program if it crashes or hangs</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Language:</source>
+        <translation type="unfinished"></translation>
+    </message>
+</context>
+<context>
     <name>Housekeeper</name>
     <message numerus="yes">
         <source>Deleted %n old recording(s)</source>
@@ -154,6 +305,24 @@
     <name>LameEncoder</name>
     <message>
         <source>This build was compiled without LAME support.</source>
+        <translation type="unfinished"></translation>
+    </message>
+</context>
+<context>
+    <name>LoopbackCapture</name>
+    <message>
+        <source>(default playback device)</source>
+        <translation type="unfinished"></translation>
+    </message>
+</context>
+<context>
+    <name>LoopbackWorker</name>
+    <message>
+        <source>No playback device is available for loopback capture.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Could not start loopback capture.</source>
         <translation type="unfinished"></translation>
     </message>
 </context>
@@ -311,32 +480,6 @@
         <translation type="unfinished"></translation>
     </message>
     <message>
-        <source>Update available: version %1</source>
-        <translation type="unfinished"></translation>
-    </message>
-    <message>
-        <source>Skipping version %1</source>
-        <translation type="unfinished"></translation>
-    </message>
-    <message>
-        <source>Check for Updates</source>
-        <translation type="unfinished"></translation>
-    </message>
-    <message>
-        <source>You are running the latest version (%1).</source>
-        <translation type="unfinished"></translation>
-    </message>
-    <message>
-        <source>Update check failed: %1</source>
-        <translation type="unfinished"></translation>
-    </message>
-    <message>
-        <source>Could not check for updates.
-
-%1</source>
-        <translation type="unfinished"></translation>
-    </message>
-    <message>
         <source>Close button set to: %1</source>
         <translation type="unfinished"></translation>
     </message>
@@ -350,6 +493,22 @@
     </message>
     <message>
         <source>Still running. Double-click to reopen.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>&amp;Record</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>&amp;Settings...</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>settings changed</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Settings saved</source>
         <translation type="unfinished"></translation>
     </message>
 </context>
@@ -381,6 +540,76 @@
     </message>
     <message>
         <source>input</source>
+        <translation type="unfinished"></translation>
+    </message>
+</context>
+<context>
+    <name>OutputTab</name>
+    <message>
+        <source>&amp;Choose...</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Filename template</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source> minute segments</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>do not split</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Align splits to the clock</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Auto delete</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source> day(s)</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Delete records older than</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Folder:</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Filename template:</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Split records into:</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Select the recordings folder</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Filename test: %1</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>&lt;p&gt;Available tokens:&lt;/p&gt;&lt;table&gt;&lt;tr&gt;&lt;td&gt;&lt;b&gt;%y&lt;/b&gt;&lt;/td&gt;&lt;td&gt;year (4 digits)&lt;/td&gt;&lt;/tr&gt;&lt;tr&gt;&lt;td&gt;&lt;b&gt;%m&lt;/b&gt;&lt;/td&gt;&lt;td&gt;month&lt;/td&gt;&lt;/tr&gt;&lt;tr&gt;&lt;td&gt;&lt;b&gt;%d&lt;/b&gt;&lt;/td&gt;&lt;td&gt;day&lt;/td&gt;&lt;/tr&gt;&lt;tr&gt;&lt;td&gt;&lt;b&gt;%hh&lt;/b&gt;&lt;/td&gt;&lt;td&gt;hour&lt;/td&gt;&lt;/tr&gt;&lt;tr&gt;&lt;td&gt;&lt;b&gt;%mm&lt;/b&gt;&lt;/td&gt;&lt;td&gt;minute&lt;/td&gt;&lt;/tr&gt;&lt;tr&gt;&lt;td&gt;&lt;b&gt;%ss&lt;/b&gt;&lt;/td&gt;&lt;td&gt;second&lt;/td&gt;&lt;/tr&gt;&lt;tr&gt;&lt;td&gt;&lt;b&gt;%sn&lt;/b&gt;&lt;/td&gt;&lt;td&gt;serial number, incremented automatically for each file&lt;/td&gt;&lt;/tr&gt;&lt;/table&gt;&lt;p&gt;The file extension is added automatically.&lt;/p&gt;</source>
+        <translation type="unfinished"></translation>
+    </message>
+</context>
+<context>
+    <name>PulseLoopbackWorker</name>
+    <message>
+        <source>Could not connect to the sound server (%1).</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>The connection to the sound server was lost (%1).</source>
         <translation type="unfinished"></translation>
     </message>
 </context>
@@ -459,6 +688,157 @@
     </message>
     <message>
         <source>capture error</source>
+        <translation type="unfinished"></translation>
+    </message>
+</context>
+<context>
+    <name>RecordingTab</name>
+    <message>
+        <source>Playback device (loopback)</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Input device</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Internet stream (URL)</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>(default device)</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>&amp;Refresh</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Icecast, Shoutcast, HLS or plain HTTP. Requires ffmpeg.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Reconnect automatically</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Recording source</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Capture from:</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Device:</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Stream URL:</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>MP3</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Ogg Vorbis</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>FLAC</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>AAC</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>WAV (uncompressed)</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>%1 Hz</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>%1 kbps</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>mono</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>stereo</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source> dB</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Limit peaks instead of clipping</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>A loopback mix can exceed 0 dBFS. With this on, overshoots are rounded off just below full scale instead of being clipped flat.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Recording format</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Codec:</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Sample rate:</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Bit rate:</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Channels:</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Ogg quality:</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Input gain:</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Default playback device</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>(decoded by ffmpeg)</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>(ffmpeg not found - stream logging unavailable)</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>&lt;b&gt;Current source:&lt;/b&gt; %1</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>MP3 needs either LAME compiled in or ffmpeg on the PATH.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Ogg needs either libvorbis compiled in or ffmpeg on the PATH.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>This codec requires ffmpeg on the PATH.</source>
         <translation type="unfinished"></translation>
     </message>
 </context>
@@ -551,6 +931,33 @@
     </message>
 </context>
 <context>
+    <name>SettingsDialog</name>
+    <message>
+        <source>Settings</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>&amp;Recording</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>&amp;Output</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>&amp;Triggers</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>&amp;Alerts</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>&amp;General</source>
+        <translation type="unfinished"></translation>
+    </message>
+</context>
+<context>
     <name>SilenceAlert</name>
     <message>
         <source>Silence notification sent</source>
@@ -634,6 +1041,45 @@ Current file: %5
     </message>
 </context>
 <context>
+    <name>StreamCapture</name>
+    <message>
+        <source>(no stream URL)</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>No stream URL has been configured.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>The stream URL is not valid: %1</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Stream logging needs ffmpeg, which was not found on this system. Install it or place ffmpeg next to Tidewell.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Could not start ffmpeg: %1</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Stream connected: %1</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Stream stalled for %1 s - reconnecting</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Stream decoder exited - reconnecting</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>The stream ended and reconnection is disabled.</source>
+        <translation type="unfinished"></translation>
+    </message>
+</context>
+<context>
     <name>TrayIcon</name>
     <message>
         <source>&amp;Show</source>
@@ -672,6 +1118,113 @@ Current file: %5
     </message>
     <message>
         <source>trigger</source>
+        <translation type="unfinished"></translation>
+    </message>
+</context>
+<context>
+    <name>TriggersTab</name>
+    <message>
+        <source>Off</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Serial contact closure</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Serial text command</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>MIDI note or control change</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>External trigger</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Trigger:</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source> sec</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Keep recording for this long after the trigger releases, so brief gaps between links do not chop the archive into fragments.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Run-on:</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>(no serial ports found)</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>(no port chosen)</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>CTS</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>DSR</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>DCD</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Invert (record when open)</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Serial port:</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Baud:</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Sense line:</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Start command:</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Stop command:</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>(no MIDI inputs found)</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>any</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>MIDI input:</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Channel:</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Note / CC:</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>This build was compiled without Qt SerialPort support.</source>
         <translation type="unfinished"></translation>
     </message>
 </context>
@@ -730,6 +1283,35 @@ Current file: %5
     </message>
     <message>
         <source>&amp;Later</source>
+        <translation type="unfinished"></translation>
+    </message>
+</context>
+<context>
+    <name>UpdatePrompt</name>
+    <message>
+        <source>Update available: version %1</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Skipping version %1</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Check for Updates</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>You are running the latest version (%1).</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Update check failed: %1</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Could not check for updates.
+
+%1</source>
         <translation type="unfinished"></translation>
     </message>
 </context>
@@ -848,6 +1430,29 @@ Current file: %5
     <name>VorbisEncoder</name>
     <message>
         <source>This build was compiled without Ogg Vorbis support.</source>
+        <translation type="unfinished"></translation>
+    </message>
+</context>
+<context>
+    <name>WasapiLoopbackWorker</name>
+    <message>
+        <source>Could not create the audio device enumerator (0x%1).</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Could not activate the audio client (0x%1).</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Could not read the device mix format.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Could not initialise loopback capture (0x%1).</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Could not obtain the capture service.</source>
         <translation type="unfinished"></translation>
     </message>
 </context>
