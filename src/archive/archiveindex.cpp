@@ -9,6 +9,7 @@
 #include <QHash>
 #include <QRegularExpression>
 #include <QSaveFile>
+#include <QSet>
 
 #include <algorithm>
 #include <limits>
@@ -156,6 +157,14 @@ void ArchiveIndex::removeRecord(const QString& filePath)
                                     [&](const Entry& entry) { return entry.record.filePath == filePath; });
     if (found != m_entries.cend())
         m_entries.erase(found);
+    save();
+    Q_EMIT changed();
+}
+
+void ArchiveIndex::removeRecords(const QStringList& filePaths)
+{
+    const QSet<QString> paths(filePaths.begin(), filePaths.end());
+    m_entries.removeIf([&](const Entry& entry) { return paths.contains(entry.record.filePath); });
     save();
     Q_EMIT changed();
 }

@@ -29,6 +29,8 @@ public:
     void setOpenFile(const QString& fileName) { m_openFile = fileName; }
     /// Removes the first entry with exactly this path, if there is one; saves in any case.
     void removeRecord(const QString& filePath);
+    /// Removes every entry with one of these paths, then saves once and tells once, which for many is much faster.
+    void removeRecords(const QStringList& filePaths);
 
     QList<RecordInfo> records() const;
     /// The recording that covers this moment (start included, end excluded), or an empty record. Only the newest

@@ -10,6 +10,7 @@
 #include "net/updatechecker.h"
 #include "triggers/triggercontroller.h"
 #include "ui/aboutdialog.h"
+#include "ui/archivedialog.h"
 #include "ui/capturediagnostics.h"
 #include "ui/controlstyles.h"
 #include "ui/loglist.h"
@@ -122,8 +123,12 @@ QLayout* MainWindow::buildControls()
     scheduler->setShortcut({}); // Alt+H is the help menu's; the schedule has Ctrl+H
     connect(scheduler, &QPushButton::clicked, this, &MainWindow::openScheduler);
 
+    auto* archive = new QPushButton(tr("&Archive"));
+    archive->setStyleSheet(ControlStyles::Button);
+    connect(archive, &QPushButton::clicked, this, &MainWindow::openArchive);
+
     auto* row = new QHBoxLayout;
-    for (QWidget* control : std::initializer_list<QWidget*>{m_recordButton, m_autoBox, scheduler})
+    for (QWidget* control : std::initializer_list<QWidget*>{m_recordButton, m_autoBox, scheduler, archive})
         row->addWidget(control);
     row->addStretch();
     return row;
@@ -134,6 +139,7 @@ void MainWindow::buildMenus()
     QMenu* menu = menuBar()->addMenu(tr("&Tidewell"));
     menu->addAction(tr("&Settings..."), QKeySequence(Qt::CTRL | Qt::Key_Comma), this, &MainWindow::openSettings);
     menu->addAction(tr("Sc&heduler..."), QKeySequence(Qt::CTRL | Qt::Key_H), this, &MainWindow::openScheduler);
+    menu->addAction(tr("&Archive..."), QKeySequence(Qt::CTRL | Qt::Key_O), this, &MainWindow::openArchive);
     menu->addSeparator();
     menu->addAction(tr("Start/stop &recording"), QKeySequence(Qt::CTRL | Qt::Key_R), this,
                     &MainWindow::toggleRecording);
@@ -279,6 +285,11 @@ void MainWindow::openScheduler()
     appendLog(tr("Schedule updated"));
     m_schedule->evaluate();
     refreshStatus();
+}
+
+void MainWindow::openArchive()
+{
+    ArchiveDialog(m_archive, this).exec();
 }
 
 void MainWindow::toggleAuto(bool on)

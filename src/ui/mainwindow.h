@@ -36,6 +36,7 @@ public:
 
 private Q_SLOTS:
     void openScheduler();
+    void openArchive();
     void openSettings();
     void toggleAuto(bool on);
     void toggleRecording();
