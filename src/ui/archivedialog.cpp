@@ -39,7 +39,9 @@ constexpr int SliderPageMs = 60'000;
 
 QString minutesAndSeconds(qint64 ms)
 {
-    return QStringLiteral("%1:%2").arg(ms / 60'000, 2, 10, QLatin1Char('0')).arg(ms / 1000 % 60, 2, 10, QLatin1Char('0'));
+    return QStringLiteral("%1:%2")
+        .arg(ms / 60'000, 2, 10, QLatin1Char('0'))
+        .arg(ms / 1000 % 60, 2, 10, QLatin1Char('0'));
 }
 
 QString dateTimeText(const QDateTime& time)
@@ -95,7 +97,7 @@ ArchiveDialog::ArchiveDialog(ArchiveIndex* index, QWidget* parent)
 
 QGroupBox* ArchiveDialog::buildRangeBox()
 {
-    auto* box = new QGroupBox(tr("Find by time"));
+    auto* box = new QGroupBox(tr("Find by time"), this);
     m_from = dateTimeEdit();
     m_to = dateTimeEdit();
     setEdits(QDate::currentDate().startOfDay(), QDateTime::currentDateTime());
@@ -110,13 +112,11 @@ QGroupBox* ArchiveDialog::buildRangeBox()
         connect(edit, &QDateTimeEdit::dateTimeChanged, m_preset, [this] { m_preset->setCurrentIndex(0); });
 
     auto* show = new QPushButton(tr("&Show matches"));
-    show->setDefault(true);
     connect(show, &QPushButton::clicked, this, &ArchiveDialog::applyRangeFilter);
     auto* showAll = new QPushButton(tr("Show &all"));
     connect(showAll, &QPushButton::clicked, this, &ArchiveDialog::clearRangeFilter);
     auto* playFrom = new QPushButton(tr("&Play from start time"));
-    playFrom->setToolTip(
-        tr("Finds the recording covering the From time and starts playback at exactly that moment."));
+    playFrom->setToolTip(tr("Finds the recording covering the From time and starts playback at exactly that moment."));
     connect(playFrom, &QPushButton::clicked, this, &ArchiveDialog::playFromChosenTime);
 
     auto* times = new QHBoxLayout;
@@ -132,6 +132,7 @@ QGroupBox* ArchiveDialog::buildRangeBox()
     auto* layout = new QVBoxLayout(box);
     layout->addLayout(times);
     layout->addLayout(buttons);
+    show->setDefault(true); // the dialog's, of which the button is a part by now
     return box;
 }
 
@@ -365,9 +366,9 @@ void ArchiveDialog::onPositionChanged(qint64 position)
     if (!m_slider->isSliderDown())
         m_slider->setValue(int(std::min<qint64>(position, std::numeric_limits<int>::max())));
     m_position->setText(minutesAndSeconds(position) + QLatin1Char('/') + minutesAndSeconds(m_player->duration()));
-    m_clock->setText(m_loaded.start.isValid() ? locale().toString(m_loaded.start.addMSecs(position),
-                                                                  QStringLiteral("ddd d MMM  HH:mm:ss"))
-                                              : QString());
+    m_clock->setText(m_loaded.start.isValid()
+                         ? locale().toString(m_loaded.start.addMSecs(position), QStringLiteral("ddd d MMM  HH:mm:ss"))
+                         : QString());
 }
 
 void ArchiveDialog::showContextMenu(QPoint point)
@@ -385,9 +386,9 @@ void ArchiveDialog::deleteSelected()
     const QStringList paths = m_table->selectedPaths();
     if (paths.isEmpty())
         return;
-    const auto answer =
-        QMessageBox::question(this, tr("Delete"), tr("Delete %n selected recording(s) from disk?", nullptr, int(paths.size())),
-                              QMessageBox::Yes | QMessageBox::No, QMessageBox::No);
+    const auto answer = QMessageBox::question(
+        this, tr("Delete"), tr("Delete %n selected recording(s) from disk?", nullptr, int(paths.size())),
+        QMessageBox::Yes | QMessageBox::No, QMessageBox::No);
     if (answer != QMessageBox::Yes)
         return;
     unload();

@@ -55,8 +55,8 @@ ArchiveTable::ArchiveTable(ArchiveModel* model, ArchiveRangeFilter* filter, QWid
     verticalHeader()->setDefaultSectionSize(fontMetrics().height() + 8);
     horizontalHeader()->setHighlightSections(false);
     horizontalHeader()->setSortIndicator(ArchiveModel::Date, Qt::DescendingOrder);
-    setSortingEnabled(true);
     setModel(m_filter);
+    setSortingEnabled(true); // of the model that is there
     setColumnWidths();
 
     // After setModel(), so that the table has reset itself when the view is restored.

@@ -1,0 +1,269 @@
+#include "archive/archiveindex.h"
+#include "archive/archivemodel.h"
+#include "support/pulserig_linux.h"
+#include "support/table.h"
+#include "ui/archivedialog.h"
+#include "ui/archivetable.h"
+
+#include <QApplication>
+#include <QComboBox>
+#include <QDateTimeEdit>
+#include <QDesktopServices>
+#include <QLabel>
+#include <QMenu>
+#include <QMessageBox>
+#include <QPushButton>
+#include <QScrollBar>
+#include <QSignalSpy>
+#include <QSlider>
+#include <QStandardPaths>
+#include <QTemporaryDir>
+
+#include <cmath>
+
+namespace {
+
+constexpr int Rate = 44100;
+const QDateTime Start(QDate(2026, 3, 2), QTime(10, 0));
+
+/// Twenty seconds, each with a tone of its own: 400 Hz, 500 Hz ...
+QByteArray tellingTones()
+{
+    QList<qint16> pcm(20 * Rate);
+    double phase = 0;
+    for (qsizetype i = 0; i < pcm.size(); ++i)
+        pcm[i] = qint16(12000 * std::sin(phase += 2 * M_PI * (400 + 100 * double(i / Rate)) / Rate));
+    return {reinterpret_cast<const char*>(pcm.constData()), pcm.size() * 2};
+}
+
+/// Which second of the tones the 50 ms of a recording from this sample on are.
+int secondAt(const qint16* pcm)
+{
+    int rises = 0;
+    for (int i = 1; i < Rate / 20; ++i)
+        rises += pcm[i - 1] < 0 && pcm[i] >= 0;
+    return qRound((rises * 20 - 400) / 100.0);
+}
+
+/// The moment of the tones that a recording begins with, in seconds; -1 when it holds no two seconds of them.
+double momentOfFirstSound(const QByteArray& recording)
+{
+    const auto* pcm = reinterpret_cast<const qint16*>(recording.constData());
+    const qsizetype end = recording.size() / 2 - Rate / 20;
+    qsizetype first = 0;
+    while (first < end && std::abs(pcm[first]) < 300)
+        ++first;
+    if (first >= end)
+        return -1;
+    const int second = secondAt(pcm + first);
+    for (qsizetype i = first; i < end; i += Rate / 100) {
+        if (secondAt(pcm + i) > second)
+            return second + 1 - double(i - first) / Rate - 0.025; // found with half of its window in the next second
+    }
+    return -1;
+}
+
+} // namespace
+
+class TestArchiveDialog : public QObject {
+    Q_OBJECT
+
+    using StartsAtTheMomentRows = Table<QString>;
+
+private Q_SLOTS:
+    void init()
+    {
+        m_folder = std::make_unique<QTemporaryDir>();
+        m_index = std::make_unique<ArchiveIndex>();
+        m_index->setFolder(m_folder->path());
+        m_dialog = std::make_unique<ArchiveDialog>(m_index.get());
+        m_dialog->show();
+        m_table = m_dialog->findChild<ArchiveTable*>();
+        m_player = m_dialog->findChild<QMediaPlayer*>();
+        m_from = m_dialog->findChildren<QDateTimeEdit*>().at(0);
+        m_to = m_dialog->findChildren<QDateTimeEdit*>().at(1);
+    }
+
+    void startsAtTheMoment_data()
+    {
+        const StartsAtTheMomentRows row;
+        for (const char* ending : {"wav", "mp3", "flac", "ogg", "m4a"})
+            row(ending, QLatin1String(ending));
+    }
+    void startsAtTheMoment()
+    {
+        const auto [ending] = StartsAtTheMomentRows::fetch();
+        addFile("100 % of <b>it #1." + ending, Start);
+        for (const int ms : {12'300, 5'600}) { // the second within the file that plays
+            m_from->setDateTime(Start.addMSecs(ms));
+            click("Stop");
+            QTest::qWait(300); // what the sound server still has of it is not to be heard
+            QProcess monitor;
+            monitor.start("parec", {"--device=program.monitor", "--latency-msec=50", "--format=s16le", "--rate=44100",
+                                    "--channels=1"});
+            QVERIFY(monitor.waitForReadyRead());
+            click("&Play from start time");
+            QTRY_VERIFY(m_player->position() > ms + 1500);
+            const double heard = momentOfFirstSound(monitor.readAll());
+            monitor.kill();
+            monitor.waitForFinished();
+            QVERIFY2(std::abs(heard - ms / 1000.0) < 0.12, qPrintable(QString::number(heard)));
+            QCOMPARE(m_table->selectedPaths().size(), 1);
+        }
+        QTRY_VERIFY(hasLabel("Mon 2 Mar  10:00:08"));
+    }
+
+    void playsByKeys()
+    {
+        addFile("a.wav", Start);
+        QTest::keyClick(m_table, Qt::Key_Down);
+        QTest::keyClick(m_table, Qt::Key_Return);
+        QTRY_VERIFY(m_player->position() > 0);
+        QTest::keyClick(m_table, Qt::Key_Space);
+        QCOMPARE(m_player->playbackState(), QMediaPlayer::PausedState);
+        auto* slider = m_dialog->findChild<QSlider*>();
+        QTest::keyClick(slider, Qt::Key_Right);
+        QTRY_VERIFY(hasLabel("00:05/00:20"));
+        QTest::keyClick(m_table, Qt::Key_Space);
+        QTRY_VERIFY(m_player->position() > 5500);
+        addFile("b.wav", Start.addDays(1)); // a segment finishes
+        QCOMPARE(m_player->playbackState(), QMediaPlayer::PlayingState);
+        QCOMPARE(m_table->selectedPaths(), QStringList(m_folder->filePath("a.wav")));
+        click("Stop");
+        QCOMPARE(slider->value(), 0);
+    }
+
+    void findsByTime()
+    {
+        addFile("a.wav", Start);
+        addFile("b.wav", Start.addDays(1));
+        m_from->setDateTime(Start.addDays(2));
+        m_to->setDateTime(Start.addSecs(20));
+        click("&Show matches");
+        QCOMPARE(m_from->dateTime(), Start.addSecs(20));
+        QCOMPARE(m_to->dateTime(), Start.addDays(2));
+        QVERIFY(hasLabel("2 of 2 recordings"));
+        m_from->setDateTime(Start.addDays(1));
+        QTest::keyClick(m_from, Qt::Key_Return);
+        QVERIFY(hasLabel("1 of 2 recordings"));
+
+        const QString nothing =
+            answer(Qt::Key_Return, [this] { QTest::keyClick(m_dialog->findChild<QComboBox*>(), Qt::Key_Y); });
+        QVERIFY(nothing.startsWith("Nothing was recorded between "));
+        QCOMPARE(m_from->dateTime(), QDate::currentDate().addDays(-1).startOfDay());
+        QCOMPARE(m_to->dateTime(), QDate::currentDate().startOfDay());
+        QVERIFY(hasLabel("0 of 2 recordings"));
+        QVERIFY(answer(Qt::Key_Return, [this] { click("&Play from start time"); }).startsWith("No recording covers "));
+        click("Show &all");
+        QVERIFY(hasLabel("2 recordings"));
+    }
+
+    void saysThatAFileIsGone()
+    {
+        const QString path = addFile("<b>gone.wav", Start);
+        QVERIFY(QFile::remove(path));
+        QTest::keyClick(m_table, Qt::Key_Down);
+        QCOMPARE(answer(Qt::Key_Return, [this] { click("Play"); }), "The file no longer exists:\n" + path);
+        QVERIFY(hasLabel("0 recordings"));
+    }
+
+    void deletesAndReveals()
+    {
+        for (int day = 0; day < 100; ++day)
+            addFile(QString::number(day) + ".wav", Start.addDays(day), day == 50);
+        QTest::keyClick(m_table, Qt::Key_Home, Qt::ControlModifier);
+        for (int day = 99; day > 50; --day)
+            QTest::keyClick(m_table, Qt::Key_Down);
+        QTest::keyClick(m_table, Qt::Key_Return);
+        QTRY_VERIFY(m_player->position() > 0);
+        QTest::keyClick(m_table, Qt::Key_Up, Qt::ShiftModifier);
+
+        QDesktopServices::setUrlHandler("file", this, "opened");
+        const auto handler = qScopeGuard([] { QDesktopServices::unsetUrlHandler("file"); });
+        QTimer::singleShot(0, this, [] { QTest::keyClick(QApplication::activePopupWidget(), Qt::Key_F); });
+        Q_EMIT m_table->customContextMenuRequested({5, 5});
+        QCOMPARE(m_opened, QUrl::fromLocalFile(m_folder->path()));
+
+        const auto pressDelete = [this] { QTest::keyClick(m_table, Qt::Key_Delete); };
+        const int scroll = m_table->verticalScrollBar()->value();
+        QVERIFY(scroll > 0);
+        answer(Qt::Key_Return, pressDelete); // No is the default
+        QCOMPARE(m_table->selectedPaths().size(), 2);
+        QSignalSpy changes(m_index.get(), &ArchiveIndex::changed);
+        QCOMPARE(answer(Qt::Key_Y, pressDelete), "Delete 2 selected recording(s) from disk?");
+        QVERIFY(m_player->source().isEmpty());
+        QCOMPARE(changes.size(), 2); // one for the files removed, one for the scan
+        QVERIFY(hasLabel("98 recordings"));
+        QVERIFY(!QFile::exists(m_folder->filePath("50.wav")) && QFile::exists(m_folder->filePath("49.wav")));
+        QCOMPARE(m_table->verticalScrollBar()->value(), scroll);
+    }
+
+public:
+    Q_INVOKABLE void opened(const QUrl& url) { m_opened = url; }
+
+private:
+    /// Twenty seconds of tones, or an empty file.
+    QString addFile(const QString& name, const QDateTime& start, bool withSound = true)
+    {
+        RecordInfo record{name, m_folder->filePath(name), start, 20'000};
+        QProcess ffmpeg;
+        ffmpeg.setProcessChannelMode(QProcess::ForwardedErrorChannel);
+        ffmpeg.start("ffmpeg", {"-v", "error", "-f", "s16le", "-ar", "44100", "-ac", "1", "-i", "-", record.filePath});
+        ffmpeg.write(withSound ? tellingTones() : QByteArray());
+        ffmpeg.closeWriteChannel();
+        ffmpeg.waitForFinished();
+        m_index->addRecord(record);
+        return record.filePath;
+    }
+
+    void click(const QString& text)
+    {
+        for (auto* button : m_dialog->findChildren<QPushButton*>()) {
+            if (button->text() == text)
+                QTest::mouseClick(button, Qt::LeftButton);
+        }
+    }
+
+    bool hasLabel(const QString& text) const
+    {
+        const auto labels = m_dialog->findChildren<QLabel*>();
+        return std::any_of(labels.begin(), labels.end(), [&](const QLabel* label) { return label->text() == text; });
+    }
+
+    /// The plain text of the box that an action brings up, which this key answers.
+    template <class Action>
+    QString answer(Qt::Key key, Action&& action)
+    {
+        QString text;
+        QTimer::singleShot(0, this, [&] {
+            auto* box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget());
+            if (box && box->textFormat() != Qt::RichText)
+                text = box->text();
+            QTest::keyClick(QApplication::activeModalWidget(), key);
+        });
+        action();
+        return text;
+    }
+
+    std::unique_ptr<QTemporaryDir> m_folder;
+    std::unique_ptr<ArchiveIndex> m_index;
+    std::unique_ptr<ArchiveDialog> m_dialog;
+    ArchiveTable* m_table = nullptr;
+    QMediaPlayer* m_player = nullptr;
+    QDateTimeEdit* m_from = nullptr;
+    QDateTimeEdit* m_to = nullptr;
+    QUrl m_opened;
+};
+
+int main(int argc, char* argv[])
+{
+    PulseRig rig;
+    if (!rig.start())
+        qFatal("The private sound server did not start.");
+    QApplication app(argc, argv);
+    QLocale::setDefault(QLocale::c());
+    TestArchiveDialog test;
+    return QTest::qExec(&test, argc, argv);
+}
+
+#include "tst_archivedialog_linux.moc"
