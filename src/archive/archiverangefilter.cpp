@@ -15,13 +15,13 @@ void ArchiveRangeFilter::setRange(const QDateTime& from, const QDateTime& to)
     m_enabled = from.isValid() && to.isValid();
     m_fromMs = from.toMSecsSinceEpoch();
     m_toMs = to.toMSecsSinceEpoch();
-    invalidateFilter();
+    invalidate(); // not the filter alone: that takes rows out one stretch at a time, and a sorted list has thousands
 }
 
 void ArchiveRangeFilter::clearRange()
 {
     m_enabled = false;
-    invalidateFilter();
+    invalidate();
 }
 
 bool ArchiveRangeFilter::filterAcceptsRow(int row, const QModelIndex& parent) const

@@ -9,6 +9,7 @@
 #include <QKeyEvent>
 #include <QLocale>
 #include <QScrollBar>
+#include <QStyle>
 #include <QStyledItemDelegate>
 #include <QTextDocument>
 #include <QToolTip>
@@ -54,6 +55,7 @@ ArchiveTable::ArchiveTable(ArchiveModel* model, ArchiveRangeFilter* filter, QWid
     verticalHeader()->setSectionResizeMode(QHeaderView::Fixed);
     verticalHeader()->setDefaultSectionSize(fontMetrics().height() + 8);
     horizontalHeader()->setHighlightSections(false);
+    horizontalHeader()->setDefaultAlignment(Qt::AlignLeft | Qt::AlignVCenter);
     horizontalHeader()->setSortIndicator(ArchiveModel::Date, Qt::DescendingOrder);
     setModel(m_filter);
     setSortingEnabled(true); // of the model that is there
@@ -74,7 +76,8 @@ void ArchiveTable::setColumnWidths()
         setColumnWidth(column, std::max(width, horizontalHeader()->sectionSizeHint(column)));
     };
     setWidth(ArchiveModel::Date, QLocale().toString(wide.date(), QLocale::ShortFormat));
-    setColumnWidth(ArchiveModel::Date, columnWidth(ArchiveModel::Date) + iconSize().width());
+    setColumnWidth(ArchiveModel::Date,
+                   columnWidth(ArchiveModel::Date) + style()->pixelMetric(QStyle::PM_SmallIconSize));
     for (const int column : {ArchiveModel::Started, ArchiveModel::Stopped})
         setWidth(column, QLocale().toString(wide.time(), QLocale::ShortFormat));
     setWidth(ArchiveModel::Length, ArchiveModel::lengthText(359'999'000));
