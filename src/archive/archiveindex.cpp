@@ -178,6 +178,15 @@ QList<RecordInfo> ArchiveIndex::records() const
     return records;
 }
 
+QList<qint64> ArchiveIndex::startsMs() const
+{
+    QList<qint64> starts;
+    starts.reserve(m_entries.size());
+    for (const Entry& entry : m_entries)
+        starts.append(entry.startMs);
+    return starts;
+}
+
 RecordInfo ArchiveIndex::recordAt(const QDateTime& moment) const
 {
     if (!moment.isValid())

@@ -35,9 +35,10 @@ void ArchiveModel::reload()
     beginResetModel();
     m_rows.clear();
     const QList<RecordInfo> records = m_index ? m_index->records() : QList<RecordInfo>();
+    const QList<qint64> starts = m_index ? m_index->startsMs() : QList<qint64>();
     m_rows.reserve(records.size());
-    for (const RecordInfo& record : records)
-        m_rows.append({record, record.start.isValid() ? record.start.toMSecsSinceEpoch() : Unknown});
+    for (qsizetype i = 0; i < records.size(); ++i)
+        m_rows.append({records.at(i), starts.at(i)});
     endResetModel();
 }
 
