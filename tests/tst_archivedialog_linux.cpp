@@ -16,27 +16,16 @@
 #include <QScrollBar>
 #include <QSignalSpy>
 #include <QSlider>
-#include <QStandardPaths>
 #include <QTemporaryDir>
 
-#include <cmath>
+#include <algorithm>
 
 namespace {
 
 constexpr int Rate = 44100;
 const QDateTime Start(QDate(2026, 3, 2), QTime(10, 0));
 
-/// Twenty seconds, each with a tone of its own: 400 Hz, 500 Hz ...
-QByteArray tellingTones()
-{
-    QList<qint16> pcm(20 * Rate);
-    double phase = 0;
-    for (qsizetype i = 0; i < pcm.size(); ++i)
-        pcm[i] = qint16(12000 * std::sin(phase += 2 * M_PI * (400 + 100 * double(i / Rate)) / Rate));
-    return {reinterpret_cast<const char*>(pcm.constData()), pcm.size() * 2};
-}
-
-/// Which second of the tones the 50 ms of a recording from this sample on are.
+/// Each second of the tones has its own, 400 Hz, 500 Hz ...: which one the 50 ms from this sample on are of.
 int secondAt(const qint16* pcm)
 {
     int rises = 0;
@@ -45,20 +34,15 @@ int secondAt(const qint16* pcm)
     return qRound((rises * 20 - 400) / 100.0);
 }
 
-/// The moment of the tones that a recording begins with, in seconds; -1 when it holds no two seconds of them.
+/// The moment of the tones that a recording begins with, in seconds; -1 when it does not get to the second after it.
 double momentOfFirstSound(const QByteArray& recording)
 {
     const auto* pcm = reinterpret_cast<const qint16*>(recording.constData());
-    const qsizetype end = recording.size() / 2 - Rate / 20;
-    qsizetype first = 0;
-    while (first < end && std::abs(pcm[first]) < 300)
-        ++first;
-    if (first >= end)
-        return -1;
-    const int second = secondAt(pcm + first);
-    for (qsizetype i = first; i < end; i += Rate / 100) {
-        if (secondAt(pcm + i) > second)
-            return second + 1 - double(i - first) / Rate - 0.025; // found with half of its window in the next second
+    const auto* end = pcm + recording.size() / 2 - Rate / 20;
+    const auto* first = std::find_if(pcm, end, [](int sample) { return std::abs(sample) > 300; });
+    for (const auto* at = first; at < end; at += Rate / 100) {
+        if (secondAt(at) > secondAt(first))
+            return secondAt(at) - double(at - first) / Rate - 0.025; // found with half of its 50 ms
     }
     return -1;
 }
@@ -67,8 +51,6 @@ double momentOfFirstSound(const QByteArray& recording)
 
 class TestArchiveDialog : public QObject {
     Q_OBJECT
-
-    using StartsAtTheMomentRows = Table<QString>;
 
 private Q_SLOTS:
     void init()
@@ -86,13 +68,13 @@ private Q_SLOTS:
 
     void startsAtTheMoment_data()
     {
-        const StartsAtTheMomentRows row;
+        const Table<QString> row;
         for (const char* ending : {"wav", "mp3", "flac", "ogg", "m4a"})
             row(ending, QLatin1String(ending));
     }
     void startsAtTheMoment()
     {
-        const auto [ending] = StartsAtTheMomentRows::fetch();
+        const auto [ending] = Table<QString>::fetch();
         addFile("100 % of <b>it #1." + ending, Start);
         for (const int ms : {12'300, 5'600}) { // the second within the file that plays
             m_from->setDateTime(Start.addMSecs(ms));
@@ -169,8 +151,12 @@ private Q_SLOTS:
 
     void deletesAndReveals()
     {
-        for (int day = 0; day < 100; ++day)
-            addFile(QString::number(day) + ".wav", Start.addDays(day), day == 50);
+        const QString played = addFile("50.wav", Start.addDays(50));
+        for (int day = 0; day < 100; ++day) {
+            const QString name = QString::number(day) + ".wav";
+            QVERIFY(QFile(m_folder->filePath(name)).open(QIODevice::ReadWrite));
+            m_index->addRecord({name, m_folder->filePath(name), Start.addDays(day), 20'000});
+        }
         QTest::keyClick(m_table, Qt::Key_Home, Qt::ControlModifier);
         for (int day = 99; day > 50; --day)
             QTest::keyClick(m_table, Qt::Key_Down);
@@ -194,7 +180,7 @@ private Q_SLOTS:
         QVERIFY(m_player->source().isEmpty());
         QCOMPARE(changes.size(), 2); // one for the files removed, one for the scan
         QVERIFY(hasLabel("98 recordings"));
-        QVERIFY(!QFile::exists(m_folder->filePath("50.wav")) && QFile::exists(m_folder->filePath("49.wav")));
+        QVERIFY(!QFile::exists(played) && QFile::exists(m_folder->filePath("49.wav")));
         QCOMPARE(m_table->verticalScrollBar()->value(), scroll);
     }
 
@@ -202,16 +188,11 @@ public:
     Q_INVOKABLE void opened(const QUrl& url) { m_opened = url; }
 
 private:
-    /// Twenty seconds of tones, or an empty file.
-    QString addFile(const QString& name, const QDateTime& start, bool withSound = true)
+    QString addFile(const QString& name, const QDateTime& start)
     {
-        RecordInfo record{name, m_folder->filePath(name), start, 20'000};
-        QProcess ffmpeg;
-        ffmpeg.setProcessChannelMode(QProcess::ForwardedErrorChannel);
-        ffmpeg.start("ffmpeg", {"-v", "error", "-f", "s16le", "-ar", "44100", "-ac", "1", "-i", "-", record.filePath});
-        ffmpeg.write(withSound ? tellingTones() : QByteArray());
-        ffmpeg.closeWriteChannel();
-        ffmpeg.waitForFinished();
+        const RecordInfo record{name, m_folder->filePath(name), start, 20'000};
+        const char* tones = "aevalsrc=0.4*sin(2*PI*(400+100*floor(t))*t):s=44100:d=20";
+        QProcess::execute("ffmpeg", {"-v", "error", "-f", "lavfi", "-i", QLatin1String(tones), record.filePath});
         m_index->addRecord(record);
         return record.filePath;
     }

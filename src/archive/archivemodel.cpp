@@ -141,9 +141,8 @@ bool ArchiveModel::lessThan(int leftRow, int rightRow, Column column) const
     case Length:
         return left.record.durationMs < right.record.durationMs;
     case File:
+    case Path: // in one folder, so that what differs is the name
         return left.record.fileName < right.record.fileName;
-    case Path:
-        return left.record.filePath < right.record.filePath;
     default:
         return left.startMs < right.startMs;
     }
