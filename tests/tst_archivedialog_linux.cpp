@@ -7,9 +7,7 @@
 #include <QApplication>
 #include <QComboBox>
 #include <QDateTimeEdit>
-#include <QDesktopServices>
 #include <QLabel>
-#include <QMenu>
 #include <QMessageBox>
 #include <QPushButton>
 #include <QScrollBar>
@@ -122,8 +120,7 @@ private Q_SLOTS:
         m_from->setDateTime(Start.addDays(2));
         m_to->setDateTime(Start.addSecs(20));
         click("&Show matches");
-        QCOMPARE(m_from->dateTime(), Start.addSecs(20));
-        QCOMPARE(m_to->dateTime(), Start.addDays(2));
+        QVERIFY(m_from->dateTime() == Start.addSecs(20) && m_to->dateTime() == Start.addDays(2));
         QVERIFY(hasLabel("2 of 2 recordings"));
         m_from->setDateTime(Start.addDays(1));
         QTest::keyClick(m_from, Qt::Key_Return);
@@ -133,7 +130,6 @@ private Q_SLOTS:
         QVERIFY(answer(Qt::Key_Return, chooseYesterday).startsWith("Nothing was recorded between "));
         QCOMPARE(m_from->dateTime(), QDate::currentDate().addDays(-1).startOfDay());
         QCOMPARE(m_to->dateTime(), QDate::currentDate().startOfDay());
-        QVERIFY(hasLabel("0 of 2 recordings"));
         QVERIFY(answer(Qt::Key_Return, [this] { click("&Play from start time"); }).startsWith("No recording covers "));
         click("Show &all");
         QVERIFY(hasLabel("2 recordings"));
@@ -144,7 +140,7 @@ private Q_SLOTS:
         QVERIFY(hasLabel("1 recordings"));
     }
 
-    void deletesAndReveals()
+    void deletes()
     {
         const QString played = addFile("50.wav", Start.addDays(50));
         for (int day = 0; day < 100; ++day) {
@@ -159,12 +155,6 @@ private Q_SLOTS:
         QTRY_VERIFY(m_player->position() > 0);
         QTest::keyClick(m_table, Qt::Key_Up, Qt::ShiftModifier);
 
-        QDesktopServices::setUrlHandler("file", this, "opened");
-        const auto handler = qScopeGuard([] { QDesktopServices::unsetUrlHandler("file"); });
-        QTimer::singleShot(0, this, [] { QTest::keyClick(QApplication::activePopupWidget(), Qt::Key_F); });
-        Q_EMIT m_table->customContextMenuRequested({5, 5});
-        QCOMPARE(m_opened, QUrl::fromLocalFile(m_folder->path()));
-
         const auto pressDelete = [this] { QTest::keyClick(m_table, Qt::Key_Delete); };
         const int scroll = m_table->verticalScrollBar()->value();
         QVERIFY(scroll > 0);
@@ -178,9 +168,6 @@ private Q_SLOTS:
         QVERIFY(!QFile::exists(played) && QFile::exists(m_folder->filePath("49.wav")));
         QCOMPARE(m_table->verticalScrollBar()->value(), scroll);
     }
-
-public:
-    Q_INVOKABLE void opened(const QUrl& url) { m_opened = url; }
 
 private:
     QString addFile(const QString& name, const QDateTime& start)
@@ -222,7 +209,6 @@ private:
     ArchiveTable* m_table = nullptr;
     QMediaPlayer* m_player = nullptr;
     QDateTimeEdit *m_from = nullptr, *m_to = nullptr;
-    QUrl m_opened;
 };
 
 int main(int argc, char* argv[])
