@@ -46,7 +46,7 @@ public Q_SLOTS:
 private:
     struct Row {
         RecordInfo record;
-        qint64 startMs;
+        qint64 startMs = 0;
     };
 
     QString displayText(const RecordInfo& record, int column) const;

@@ -99,7 +99,6 @@ QList<int> ArchiveTable::selectedRows() const
             rows.append(row);
     }
     std::sort(rows.begin(), rows.end());
-    rows.erase(std::unique(rows.begin(), rows.end()), rows.end());
     return rows;
 }
 
