@@ -313,7 +313,7 @@ Si lo ha recibido, los avisos de silencio están bien configurados.</translation
     <name>LoopbackCapture</name>
     <message>
         <source>(default playback device)</source>
-        <translation>(dispositivo de reproducción predeterminado)</translation>
+        <translation>(salida de audio predeterminada)</translation>
     </message>
 </context>
 <context>
@@ -816,7 +816,7 @@ Si lo ha recibido, los avisos de silencio están bien configurados.</translation
     </message>
     <message>
         <source>Default playback device</source>
-        <translation>Dispositivo de reproducción predeterminado</translation>
+        <translation>Salida de audio predeterminada</translation>
     </message>
     <message>
         <source>(decoded by ffmpeg)</source>
@@ -1012,7 +1012,7 @@ Archivo actual: %5
     </message>
     <message>
         <source>default playback device</source>
-        <translation>dispositivo de reproducción predeterminado</translation>
+        <translation>salida predeterminada</translation>
     </message>
     <message>
         <source>NET</source>
@@ -1028,7 +1028,7 @@ Archivo actual: %5
     </message>
     <message>
         <source>default input device</source>
-        <translation>dispositivo de entrada predeterminado</translation>
+        <translation>entrada predeterminada</translation>
     </message>
     <message>
         <source>MONO</source>
