@@ -5,299 +5,300 @@
     <name>AboutDialog</name>
     <message>
         <source>About Tidewell</source>
-        <translation type="unfinished"></translation>
+        <translation>Acerca de Tidewell</translation>
     </message>
     <message>
         <source>Tidewell</source>
-        <translation type="unfinished"></translation>
+        <translation>Tidewell</translation>
     </message>
     <message>
         <source>&lt;p style=&apos;margin-top:0&apos;&gt;&lt;b&gt;Version %1&lt;/b&gt;&lt;br&gt;Continuous broadcast logging and archiving, part of the %2 suite.&lt;/p&gt;</source>
-        <translation type="unfinished"></translation>
+        <translation>&lt;p style=&apos;margin-top:0&apos;&gt;&lt;b&gt;Versión %1&lt;/b&gt;&lt;br&gt;Registro continuo y archivo de emisiones, parte de la suite %2.&lt;/p&gt;</translation>
     </message>
     <message>
         <source>&lt;p&gt;It records one source around the clock and finds any moment again. Free software under the MIT license.&lt;/p&gt;</source>
-        <translation type="unfinished"></translation>
+        <translation>&lt;p&gt;Graba una fuente las 24 horas y permite volver a cualquier momento. Software libre con licencia MIT.&lt;/p&gt;</translation>
     </message>
 </context>
 <context>
     <name>AlertsTab</name>
     <message>
         <source>Use TLS</source>
-        <translation type="unfinished"></translation>
+        <translation>Usar TLS</translation>
     </message>
     <message>
         <source>&amp;Test</source>
-        <translation type="unfinished"></translation>
+        <translation>&amp;Probar</translation>
     </message>
     <message>
         <source>Send silence notifications</source>
-        <translation type="unfinished"></translation>
+        <translation>Enviar avisos de silencio</translation>
     </message>
     <message>
         <source> sec</source>
-        <translation type="unfinished"></translation>
+        <translation> s</translation>
     </message>
     <message>
         <source> dB</source>
-        <translation type="unfinished"></translation>
+        <translation> dB</translation>
     </message>
     <message>
         <source>Alerts</source>
-        <translation type="unfinished"></translation>
+        <translation>Alertas</translation>
     </message>
     <message>
         <source>Silence duration:</source>
-        <translation type="unfinished"></translation>
+        <translation>Duración del silencio:</translation>
     </message>
     <message>
         <source>Threshold:</source>
-        <translation type="unfinished"></translation>
+        <translation>Umbral:</translation>
     </message>
     <message>
         <source>Email address:</source>
-        <translation type="unfinished"></translation>
+        <translation>Dirección de correo:</translation>
     </message>
     <message>
         <source>Subject:</source>
-        <translation type="unfinished"></translation>
+        <translation>Asunto:</translation>
     </message>
     <message>
         <source>SMTP server:</source>
-        <translation type="unfinished"></translation>
+        <translation>Servidor SMTP:</translation>
     </message>
     <message>
         <source>Port:</source>
-        <translation type="unfinished"></translation>
+        <translation>Puerto:</translation>
     </message>
     <message>
         <source>User name:</source>
-        <translation type="unfinished"></translation>
+        <translation>Usuario:</translation>
     </message>
     <message>
         <source>Password:</source>
-        <translation type="unfinished"></translation>
+        <translation>Contraseña:</translation>
     </message>
     <message>
         <source>From email:</source>
-        <translation type="unfinished"></translation>
+        <translation>Correo del remitente:</translation>
     </message>
     <message>
         <source>Test</source>
-        <translation type="unfinished"></translation>
+        <translation>Prueba</translation>
     </message>
     <message>
         <source>Enter at least an SMTP server and a recipient address.</source>
-        <translation type="unfinished"></translation>
+        <translation>Indique al menos un servidor SMTP y una dirección de destino.</translation>
     </message>
     <message>
         <source>Tidewell test message</source>
-        <translation type="unfinished"></translation>
+        <translation>Mensaje de prueba de Tidewell</translation>
     </message>
     <message>
         <source>This is a test message from Tidewell.
 If you received it, silence notifications are configured correctly.</source>
-        <translation type="unfinished"></translation>
+        <translation>Este es un mensaje de prueba de Tidewell.
+Si lo ha recibido, los avisos de silencio están bien configurados.</translation>
     </message>
     <message>
         <source>Test failed</source>
-        <translation type="unfinished"></translation>
+        <translation>Prueba fallida</translation>
     </message>
 </context>
 <context>
     <name>ArchiveModel</name>
     <message>
         <source>Date</source>
-        <translation type="unfinished"></translation>
+        <translation>Fecha</translation>
     </message>
     <message>
         <source>Started</source>
-        <translation type="unfinished"></translation>
+        <translation>Inicio</translation>
     </message>
     <message>
         <source>Stopped</source>
-        <translation type="unfinished"></translation>
+        <translation>Fin</translation>
     </message>
     <message>
         <source>Length</source>
-        <translation type="unfinished"></translation>
+        <translation>Duración</translation>
     </message>
     <message>
         <source>File</source>
-        <translation type="unfinished"></translation>
+        <translation>Archivo</translation>
     </message>
     <message>
         <source>Path</source>
-        <translation type="unfinished"></translation>
+        <translation>Ruta</translation>
     </message>
 </context>
 <context>
     <name>CaptureDiagnostics</name>
     <message>
         <source>--- Capture diagnostics ---</source>
-        <translation type="unfinished"></translation>
+        <translation>--- Diagnóstico de captura ---</translation>
     </message>
     <message>
         <source>Source: %1</source>
-        <translation type="unfinished"></translation>
+        <translation>Fuente: %1</translation>
     </message>
     <message>
         <source>Format: %1 Hz, %2 channel(s)</source>
-        <translation type="unfinished"></translation>
+        <translation>Formato: %1 Hz, %2 canal(es)</translation>
     </message>
     <message>
         <source>Audio buffers: %1 in %2 s (avg %3 bytes = %4 ms), largest gap %5 ms</source>
-        <translation type="unfinished"></translation>
+        <translation>Búferes de audio: %1 en %2 s (media de %3 bytes = %4 ms), intervalo máximo %5 ms</translation>
     </message>
     <message>
         <source>Audio received: %1 %% of real time</source>
-        <translation type="unfinished"></translation>
+        <translation>Audio recibido: %1 %% del tiempo real</translation>
     </message>
     <message>
         <source>Meter updates: %1 (%2 per second), largest gap %3 ms</source>
-        <translation type="unfinished"></translation>
+        <translation>Lecturas del medidor: %1 (%2 por segundo), intervalo máximo %3 ms</translation>
     </message>
     <message>
         <source>Level range: %1 to %2 dBFS</source>
-        <translation type="unfinished"></translation>
+        <translation>Margen de nivel: de %1 a %2 dBFS</translation>
     </message>
     <message>
         <source>Level range: no updates received</source>
-        <translation type="unfinished"></translation>
+        <translation>Margen de nivel: no se recibieron lecturas</translation>
     </message>
     <message>
         <source>--- end ---</source>
-        <translation type="unfinished"></translation>
+        <translation>--- fin ---</translation>
     </message>
 </context>
 <context>
     <name>CloseDialog</name>
     <message>
         <source>Remember my choice and stop asking</source>
-        <translation type="unfinished"></translation>
+        <translation>Recordar mi elección y no volver a preguntar</translation>
     </message>
     <message>
         <source>Close Tidewell</source>
-        <translation type="unfinished"></translation>
+        <translation>Cerrar Tidewell</translation>
     </message>
     <message>
         <source>&lt;b&gt;What would you like to do?&lt;/b&gt;&lt;p&gt;Tidewell can keep running in the notification area so logging continues, or close completely.&lt;/p&gt;</source>
-        <translation type="unfinished"></translation>
+        <translation>&lt;b&gt;¿Qué desea hacer?&lt;/b&gt;&lt;p&gt;Tidewell puede seguir en el área de notificación para que el registro continúe, o cerrarse por completo.&lt;/p&gt;</translation>
     </message>
     <message>
         <source>&lt;b&gt;Exit Tidewell?&lt;/b&gt;</source>
-        <translation type="unfinished"></translation>
+        <translation>&lt;b&gt;¿Salir de Tidewell?&lt;/b&gt;</translation>
     </message>
     <message>
         <source>&lt;p style=&apos;color:#c0392b&apos;&gt;&lt;b&gt;A recording is in progress.&lt;/b&gt; Exiting will stop it.&lt;/p&gt;</source>
-        <translation type="unfinished"></translation>
+        <translation>&lt;p style=&apos;color:#c0392b&apos;&gt;&lt;b&gt;Hay una grabación en curso.&lt;/b&gt; Si sale, se detendrá.&lt;/p&gt;</translation>
     </message>
     <message>
         <source>&amp;Minimise to Tray</source>
-        <translation type="unfinished"></translation>
+        <translation>&amp;Minimizar a la bandeja</translation>
     </message>
     <message>
         <source>E&amp;xit</source>
-        <translation type="unfinished"></translation>
+        <translation>&amp;Salir</translation>
     </message>
     <message>
         <source>&amp;Cancel</source>
-        <translation type="unfinished"></translation>
+        <translation>&amp;Cancelar</translation>
     </message>
 </context>
 <context>
     <name>FfmpegEncoder</name>
     <message>
         <source>ffmpeg ended early (exit code %1).</source>
-        <translation type="unfinished"></translation>
+        <translation>ffmpeg terminó antes de tiempo (código de salida %1).</translation>
     </message>
     <message>
         <source>ffmpeg was not found on this system.</source>
-        <translation type="unfinished"></translation>
+        <translation>No se encontró ffmpeg en este sistema.</translation>
     </message>
     <message>
         <source>ffmpeg could not be started: %1</source>
-        <translation type="unfinished"></translation>
+        <translation>No se pudo iniciar ffmpeg: %1</translation>
     </message>
     <message>
         <source>ffmpeg does not keep up with the recording.</source>
-        <translation type="unfinished"></translation>
+        <translation>ffmpeg no puede seguir el ritmo de la grabación.</translation>
     </message>
 </context>
 <context>
     <name>GeneralTab</name>
     <message>
         <source>Updates</source>
-        <translation type="unfinished"></translation>
+        <translation>Actualizaciones</translation>
     </message>
     <message>
         <source>Check for updates at startup</source>
-        <translation type="unfinished"></translation>
+        <translation>Buscar actualizaciones al iniciar</translation>
     </message>
     <message>
         <source>Checks the Quayside update service at most once a day, and whenever you use Help &gt; Check for Updates.</source>
-        <translation type="unfinished"></translation>
+        <translation>Consulta el servicio de actualizaciones de Quayside una vez al día como máximo y siempre que use Ayuda &gt; Buscar actualizaciones.</translation>
     </message>
     <message>
         <source>Ask me each time</source>
-        <translation type="unfinished"></translation>
+        <translation>Preguntar cada vez</translation>
     </message>
     <message>
         <source>Minimise to the tray</source>
-        <translation type="unfinished"></translation>
+        <translation>Minimizar a la bandeja</translation>
     </message>
     <message>
         <source>Exit Tidewell</source>
-        <translation type="unfinished"></translation>
+        <translation>Salir de Tidewell</translation>
     </message>
     <message>
         <source>Follow system</source>
-        <translation type="unfinished"></translation>
+        <translation>Según el sistema</translation>
     </message>
     <message>
         <source>Light</source>
-        <translation type="unfinished"></translation>
+        <translation>Claro</translation>
     </message>
     <message>
         <source>Dark</source>
-        <translation type="unfinished"></translation>
+        <translation>Oscuro</translation>
     </message>
     <message>
         <source>System language</source>
-        <translation type="unfinished"></translation>
+        <translation>Idioma del sistema</translation>
     </message>
     <message>
         <source>Start with the operating system</source>
-        <translation type="unfinished"></translation>
+        <translation>Iniciar con el sistema operativo</translation>
     </message>
     <message>
         <source>Closing the window:</source>
-        <translation type="unfinished"></translation>
+        <translation>Al cerrar la ventana:</translation>
     </message>
     <message>
         <source>Appearance:</source>
-        <translation type="unfinished"></translation>
+        <translation>Apariencia:</translation>
     </message>
     <message>
         <source>Show button on taskbar</source>
-        <translation type="unfinished"></translation>
+        <translation>Mostrar el botón en la barra de tareas</translation>
     </message>
     <message>
         <source>Restart the program if it crashes or hangs</source>
-        <translation type="unfinished"></translation>
+        <translation>Reiniciar el programa si falla o se bloquea</translation>
     </message>
     <message>
         <source>Language:</source>
-        <translation type="unfinished"></translation>
+        <translation>Idioma:</translation>
     </message>
 </context>
 <context>
     <name>Housekeeper</name>
     <message numerus="yes">
         <source>Deleted %n old recording(s)</source>
-        <translation type="unfinished">
-            <numerusform></numerusform>
-            <numerusform></numerusform>
+        <translation>
+            <numerusform>Se eliminó %n grabación antigua</numerusform>
+            <numerusform>Se eliminaron %n grabaciones antiguas</numerusform>
         </translation>
     </message>
 </context>
@@ -305,667 +306,667 @@ If you received it, silence notifications are configured correctly.</source>
     <name>LameEncoder</name>
     <message>
         <source>This build was compiled without LAME support.</source>
-        <translation type="unfinished"></translation>
+        <translation>Esta versión se compiló sin compatibilidad con LAME.</translation>
     </message>
 </context>
 <context>
     <name>LoopbackCapture</name>
     <message>
         <source>(default playback device)</source>
-        <translation type="unfinished"></translation>
+        <translation>(salida de audio predeterminada)</translation>
     </message>
 </context>
 <context>
     <name>LoopbackWorker</name>
     <message>
         <source>No playback device is available for loopback capture.</source>
-        <translation type="unfinished"></translation>
+        <translation>No hay ningún dispositivo de reproducción para la captura en loopback.</translation>
     </message>
     <message>
         <source>Could not start loopback capture.</source>
-        <translation type="unfinished"></translation>
+        <translation>No se pudo iniciar la captura en loopback.</translation>
     </message>
 </context>
 <context>
     <name>MainWindow</name>
     <message>
         <source>Tidewell</source>
-        <translation type="unfinished"></translation>
+        <translation>Tidewell</translation>
     </message>
     <message>
         <source>Log</source>
-        <translation type="unfinished"></translation>
+        <translation>Registro</translation>
     </message>
     <message>
         <source>● &amp;Record</source>
-        <translation type="unfinished"></translation>
+        <translation>● &amp;Grabar</translation>
     </message>
     <message>
         <source>A&amp;uto</source>
-        <translation type="unfinished"></translation>
+        <translation>A&amp;uto</translation>
     </message>
     <message>
         <source>Record in the hours that are marked in the scheduler</source>
-        <translation type="unfinished"></translation>
+        <translation>Graba en las horas marcadas en el programador</translation>
     </message>
     <message>
         <source>Sc&amp;heduler</source>
-        <translation type="unfinished"></translation>
+        <translation>&amp;Programador</translation>
     </message>
     <message>
         <source>&amp;Tidewell</source>
-        <translation type="unfinished"></translation>
+        <translation>&amp;Tidewell</translation>
     </message>
     <message>
         <source>Sc&amp;heduler...</source>
-        <translation type="unfinished"></translation>
+        <translation>&amp;Programador...</translation>
     </message>
     <message>
         <source>Start/stop &amp;recording</source>
-        <translation type="unfinished"></translation>
+        <translation>Iniciar/detener la &amp;grabación</translation>
     </message>
     <message>
         <source>E&amp;xit</source>
-        <translation type="unfinished"></translation>
+        <translation>&amp;Salir</translation>
     </message>
     <message>
         <source>&amp;Help</source>
-        <translation type="unfinished"></translation>
+        <translation>A&amp;yuda</translation>
     </message>
     <message>
         <source>Check for &amp;Updates...</source>
-        <translation type="unfinished"></translation>
+        <translation>&amp;Buscar actualizaciones...</translation>
     </message>
     <message>
         <source>Capture &amp;Diagnostics</source>
-        <translation type="unfinished"></translation>
+        <translation>&amp;Diagnóstico de captura</translation>
     </message>
     <message>
         <source>&amp;About Tidewell</source>
-        <translation type="unfinished"></translation>
+        <translation>&amp;Acerca de Tidewell</translation>
     </message>
     <message>
         <source>Ready</source>
-        <translation type="unfinished"></translation>
+        <translation>Listo</translation>
     </message>
     <message>
         <source>&lt;a href=&quot;update&quot; style=&quot;text-decoration:none; color:palette(link)&quot;&gt;v%1&lt;/a&gt;</source>
-        <translation type="unfinished"></translation>
+        <translation>&lt;a href=&quot;update&quot; style=&quot;text-decoration:none; color:palette(link)&quot;&gt;v%1&lt;/a&gt;</translation>
     </message>
     <message>
         <source>Version %1 - click to check for updates</source>
-        <translation type="unfinished"></translation>
+        <translation>Versión %1: haga clic para buscar actualizaciones</translation>
     </message>
     <message>
         <source>Saved %1 (%2)</source>
-        <translation type="unfinished"></translation>
+        <translation>Guardado: %1 (%2)</translation>
     </message>
     <message>
         <source>exit</source>
-        <translation type="unfinished"></translation>
+        <translation>salida del programa</translation>
     </message>
     <message>
         <source>Tidewell started</source>
-        <translation type="unfinished"></translation>
+        <translation>Tidewell iniciado</translation>
     </message>
     <message>
         <source>Trigger: none</source>
-        <translation type="unfinished"></translation>
+        <translation>Disparo: ninguno</translation>
     </message>
     <message>
         <source>Trigger: ON</source>
-        <translation type="unfinished"></translation>
+        <translation>Disparo: ACTIVO</translation>
     </message>
     <message>
         <source>Trigger: off</source>
-        <translation type="unfinished"></translation>
+        <translation>Disparo: inactivo</translation>
     </message>
     <message>
         <source>Schedule updated</source>
-        <translation type="unfinished"></translation>
+        <translation>Programación actualizada</translation>
     </message>
     <message>
         <source>manual</source>
-        <translation type="unfinished"></translation>
+        <translation>manual</translation>
     </message>
     <message>
         <source>■ &amp;Stop</source>
-        <translation type="unfinished"></translation>
+        <translation>■ &amp;Detener</translation>
     </message>
     <message>
         <source>Recording</source>
-        <translation type="unfinished"></translation>
+        <translation>Grabando</translation>
     </message>
     <message>
         <source>Idle</source>
-        <translation type="unfinished"></translation>
+        <translation>En espera</translation>
     </message>
     <message numerus="yes">
         <source>Silence detected (longer than %n second(s))</source>
-        <translation type="unfinished">
-            <numerusform></numerusform>
-            <numerusform></numerusform>
+        <translation>
+            <numerusform>Silencio detectado (más de %n segundo)</numerusform>
+            <numerusform>Silencio detectado (más de %n segundos)</numerusform>
         </translation>
     </message>
     <message>
         <source>Silence detected on the recorded source.</source>
-        <translation type="unfinished"></translation>
+        <translation>Silencio detectado en la fuente grabada.</translation>
     </message>
     <message>
         <source>Audio restored</source>
-        <translation type="unfinished"></translation>
+        <translation>Audio restablecido</translation>
     </message>
     <message>
         <source>Input above full scale - peaks are being limited. Reduce the input gain if this persists.</source>
-        <translation type="unfinished"></translation>
+        <translation>La entrada supera el fondo de escala: se están limitando los picos. Reduzca la ganancia de entrada si persiste.</translation>
     </message>
     <message>
         <source>Capture Diagnostics</source>
-        <translation type="unfinished"></translation>
+        <translation>Diagnóstico de captura</translation>
     </message>
     <message>
         <source>Start recording first - diagnostics measure the live capture path, which only runs while recording.</source>
-        <translation type="unfinished"></translation>
+        <translation>Inicie primero la grabación: el diagnóstico mide la captura en vivo, que solo funciona mientras se graba.</translation>
     </message>
     <message>
         <source>Capture diagnostics: measuring for 10 seconds...</source>
-        <translation type="unfinished"></translation>
+        <translation>Diagnóstico de captura: midiendo durante 10 segundos...</translation>
     </message>
     <message>
         <source>Diagnostics copied to the clipboard</source>
-        <translation type="unfinished"></translation>
+        <translation>Diagnóstico copiado en el portapapeles</translation>
     </message>
     <message>
         <source>Checking for updates...</source>
-        <translation type="unfinished"></translation>
+        <translation>Buscando actualizaciones...</translation>
     </message>
     <message>
         <source>Close button set to: %1</source>
-        <translation type="unfinished"></translation>
+        <translation>Acción del botón Cerrar: %1</translation>
     </message>
     <message>
         <source>minimise to tray</source>
-        <translation type="unfinished"></translation>
+        <translation>minimización a la bandeja</translation>
     </message>
     <message>
         <source>Still recording. Double-click to reopen.</source>
-        <translation type="unfinished"></translation>
+        <translation>La grabación continúa. Haga doble clic para abrir la ventana.</translation>
     </message>
     <message>
         <source>Still running. Double-click to reopen.</source>
-        <translation type="unfinished"></translation>
+        <translation>El programa sigue en marcha. Haga doble clic para abrir la ventana.</translation>
     </message>
     <message>
         <source>&amp;Record</source>
-        <translation type="unfinished"></translation>
+        <translation>&amp;Grabar</translation>
     </message>
     <message>
         <source>&amp;Settings...</source>
-        <translation type="unfinished"></translation>
+        <translation>&amp;Configuración...</translation>
     </message>
     <message>
         <source>settings changed</source>
-        <translation type="unfinished"></translation>
+        <translation>cambio de configuración</translation>
     </message>
     <message>
         <source>Settings saved</source>
-        <translation type="unfinished"></translation>
+        <translation>Configuración guardada</translation>
     </message>
 </context>
 <context>
     <name>MidiTrigger</name>
     <message>
         <source>No MIDI input devices were found.</source>
-        <translation type="unfinished"></translation>
+        <translation>No se encontró ningún dispositivo de entrada MIDI.</translation>
     </message>
     <message>
         <source>Could not open the MIDI input (error %1).</source>
-        <translation type="unfinished"></translation>
+        <translation>No se pudo abrir la entrada MIDI (error %1).</translation>
     </message>
     <message>
         <source>Trigger listening on %1</source>
-        <translation type="unfinished"></translation>
+        <translation>Disparo a la escucha en %1</translation>
     </message>
     <message>
         <source>channel %1</source>
-        <translation type="unfinished"></translation>
+        <translation>canal %1</translation>
     </message>
     <message>
         <source>any channel</source>
-        <translation type="unfinished"></translation>
+        <translation>cualquier canal</translation>
     </message>
     <message>
         <source>MIDI %1, number %2, %3</source>
-        <translation type="unfinished"></translation>
+        <translation>MIDI %1, número %2, %3</translation>
     </message>
     <message>
         <source>input</source>
-        <translation type="unfinished"></translation>
+        <translation>entrada</translation>
     </message>
 </context>
 <context>
     <name>OutputTab</name>
     <message>
         <source>&amp;Choose...</source>
-        <translation type="unfinished"></translation>
+        <translation>&amp;Elegir...</translation>
     </message>
     <message>
         <source>Filename template</source>
-        <translation type="unfinished"></translation>
+        <translation>Plantilla de nombre</translation>
     </message>
     <message>
         <source> minute segments</source>
-        <translation type="unfinished"></translation>
+        <translation> min</translation>
     </message>
     <message>
         <source>do not split</source>
-        <translation type="unfinished"></translation>
+        <translation>no dividir</translation>
     </message>
     <message>
         <source>Align splits to the clock</source>
-        <translation type="unfinished"></translation>
+        <translation>Alinear los segmentos con el reloj</translation>
     </message>
     <message>
         <source>Auto delete</source>
-        <translation type="unfinished"></translation>
+        <translation>Eliminación automática</translation>
     </message>
     <message>
         <source> day(s)</source>
-        <translation type="unfinished"></translation>
+        <translation> día(s)</translation>
     </message>
     <message>
         <source>Delete records older than</source>
-        <translation type="unfinished"></translation>
+        <translation>Eliminar las grabaciones de más de</translation>
     </message>
     <message>
         <source>Folder:</source>
-        <translation type="unfinished"></translation>
+        <translation>Carpeta:</translation>
     </message>
     <message>
         <source>Filename template:</source>
-        <translation type="unfinished"></translation>
+        <translation>Plantilla de nombre:</translation>
     </message>
     <message>
         <source>Split records into:</source>
-        <translation type="unfinished"></translation>
+        <translation>Dividir en segmentos de:</translation>
     </message>
     <message>
         <source>Select the recordings folder</source>
-        <translation type="unfinished"></translation>
+        <translation>Seleccione la carpeta de grabaciones</translation>
     </message>
     <message>
         <source>Filename test: %1</source>
-        <translation type="unfinished"></translation>
+        <translation>Ejemplo de nombre: %1</translation>
     </message>
     <message>
         <source>&lt;p&gt;Available tokens:&lt;/p&gt;&lt;table&gt;&lt;tr&gt;&lt;td&gt;&lt;b&gt;%y&lt;/b&gt;&lt;/td&gt;&lt;td&gt;year (4 digits)&lt;/td&gt;&lt;/tr&gt;&lt;tr&gt;&lt;td&gt;&lt;b&gt;%m&lt;/b&gt;&lt;/td&gt;&lt;td&gt;month&lt;/td&gt;&lt;/tr&gt;&lt;tr&gt;&lt;td&gt;&lt;b&gt;%d&lt;/b&gt;&lt;/td&gt;&lt;td&gt;day&lt;/td&gt;&lt;/tr&gt;&lt;tr&gt;&lt;td&gt;&lt;b&gt;%hh&lt;/b&gt;&lt;/td&gt;&lt;td&gt;hour&lt;/td&gt;&lt;/tr&gt;&lt;tr&gt;&lt;td&gt;&lt;b&gt;%mm&lt;/b&gt;&lt;/td&gt;&lt;td&gt;minute&lt;/td&gt;&lt;/tr&gt;&lt;tr&gt;&lt;td&gt;&lt;b&gt;%ss&lt;/b&gt;&lt;/td&gt;&lt;td&gt;second&lt;/td&gt;&lt;/tr&gt;&lt;tr&gt;&lt;td&gt;&lt;b&gt;%sn&lt;/b&gt;&lt;/td&gt;&lt;td&gt;serial number, incremented automatically for each file&lt;/td&gt;&lt;/tr&gt;&lt;/table&gt;&lt;p&gt;The file extension is added automatically.&lt;/p&gt;</source>
-        <translation type="unfinished"></translation>
+        <translation>&lt;p&gt;Códigos disponibles:&lt;/p&gt;&lt;table&gt;&lt;tr&gt;&lt;td&gt;&lt;b&gt;%y&lt;/b&gt;&lt;/td&gt;&lt;td&gt;año (4 cifras)&lt;/td&gt;&lt;/tr&gt;&lt;tr&gt;&lt;td&gt;&lt;b&gt;%m&lt;/b&gt;&lt;/td&gt;&lt;td&gt;mes&lt;/td&gt;&lt;/tr&gt;&lt;tr&gt;&lt;td&gt;&lt;b&gt;%d&lt;/b&gt;&lt;/td&gt;&lt;td&gt;día&lt;/td&gt;&lt;/tr&gt;&lt;tr&gt;&lt;td&gt;&lt;b&gt;%hh&lt;/b&gt;&lt;/td&gt;&lt;td&gt;hora&lt;/td&gt;&lt;/tr&gt;&lt;tr&gt;&lt;td&gt;&lt;b&gt;%mm&lt;/b&gt;&lt;/td&gt;&lt;td&gt;minuto&lt;/td&gt;&lt;/tr&gt;&lt;tr&gt;&lt;td&gt;&lt;b&gt;%ss&lt;/b&gt;&lt;/td&gt;&lt;td&gt;segundo&lt;/td&gt;&lt;/tr&gt;&lt;tr&gt;&lt;td&gt;&lt;b&gt;%sn&lt;/b&gt;&lt;/td&gt;&lt;td&gt;número de serie, que aumenta automáticamente con cada archivo&lt;/td&gt;&lt;/tr&gt;&lt;/table&gt;&lt;p&gt;La extensión del archivo se añade automáticamente.&lt;/p&gt;</translation>
     </message>
 </context>
 <context>
     <name>PulseLoopbackWorker</name>
     <message>
         <source>Could not connect to the sound server (%1).</source>
-        <translation type="unfinished"></translation>
+        <translation>No se pudo conectar con el servidor de sonido (%1).</translation>
     </message>
     <message>
         <source>The connection to the sound server was lost (%1).</source>
-        <translation type="unfinished"></translation>
+        <translation>Se perdió la conexión con el servidor de sonido (%1).</translation>
     </message>
 </context>
 <context>
     <name>QtAudioCapture</name>
     <message>
         <source>(no input device)</source>
-        <translation type="unfinished"></translation>
+        <translation>(sin dispositivo de entrada)</translation>
     </message>
     <message>
         <source>No audio input device is available.</source>
-        <translation type="unfinished"></translation>
+        <translation>No hay ningún dispositivo de entrada de audio.</translation>
     </message>
     <message>
         <source>The device %1 does not accept a usable capture format.</source>
-        <translation type="unfinished"></translation>
+        <translation>El dispositivo %1 no admite ningún formato de captura utilizable.</translation>
     </message>
     <message>
         <source>Could not open the audio input device.</source>
-        <translation type="unfinished"></translation>
+        <translation>No se pudo abrir el dispositivo de entrada de audio.</translation>
     </message>
     <message>
         <source>Audio input error (code %1).</source>
-        <translation type="unfinished"></translation>
+        <translation>Error de la entrada de audio (código %1).</translation>
     </message>
 </context>
 <context>
     <name>Recorder</name>
     <message>
         <source>Shutdown</source>
-        <translation type="unfinished"></translation>
+        <translation>Cierre</translation>
     </message>
     <message>
         <source>Cannot create the output folder: %1</source>
-        <translation type="unfinished"></translation>
+        <translation>No se puede crear la carpeta de salida: %1</translation>
     </message>
     <message>
         <source>Recording started</source>
-        <translation type="unfinished"></translation>
+        <translation>Grabación iniciada</translation>
     </message>
     <message>
         <source>Recording started (%1)</source>
-        <translation type="unfinished"></translation>
+        <translation>Grabación iniciada (%1)</translation>
     </message>
     <message>
         <source>Cannot start encoding: %1</source>
-        <translation type="unfinished"></translation>
+        <translation>No se puede iniciar la codificación: %1</translation>
     </message>
     <message>
         <source>Recording %1 - %2</source>
-        <translation type="unfinished"></translation>
+        <translation>Grabando %1 - %2</translation>
     </message>
     <message>
         <source>Recording stopped</source>
-        <translation type="unfinished"></translation>
+        <translation>Grabación detenida</translation>
     </message>
     <message>
         <source>Recording stopped (%1)</source>
-        <translation type="unfinished"></translation>
+        <translation>Grabación detenida (%1)</translation>
     </message>
     <message>
         <source>split failed</source>
-        <translation type="unfinished"></translation>
+        <translation>fallo al dividir</translation>
     </message>
     <message>
         <source>Write failed: %1</source>
-        <translation type="unfinished"></translation>
+        <translation>Fallo de escritura: %1</translation>
     </message>
     <message>
         <source>no encoder</source>
-        <translation type="unfinished"></translation>
+        <translation>sin codificador</translation>
     </message>
     <message>
         <source>write error</source>
-        <translation type="unfinished"></translation>
+        <translation>error de escritura</translation>
     </message>
     <message>
         <source>capture error</source>
-        <translation type="unfinished"></translation>
+        <translation>error de captura</translation>
     </message>
 </context>
 <context>
     <name>RecordingTab</name>
     <message>
         <source>Playback device (loopback)</source>
-        <translation type="unfinished"></translation>
+        <translation>Dispositivo de reproducción (loopback)</translation>
     </message>
     <message>
         <source>Input device</source>
-        <translation type="unfinished"></translation>
+        <translation>Dispositivo de entrada</translation>
     </message>
     <message>
         <source>Internet stream (URL)</source>
-        <translation type="unfinished"></translation>
+        <translation>Emisión por Internet (URL)</translation>
     </message>
     <message>
         <source>(default device)</source>
-        <translation type="unfinished"></translation>
+        <translation>(dispositivo predeterminado)</translation>
     </message>
     <message>
         <source>&amp;Refresh</source>
-        <translation type="unfinished"></translation>
+        <translation>Act&amp;ualizar</translation>
     </message>
     <message>
         <source>Icecast, Shoutcast, HLS or plain HTTP. Requires ffmpeg.</source>
-        <translation type="unfinished"></translation>
+        <translation>Icecast, Shoutcast, HLS o HTTP simple. Requiere ffmpeg.</translation>
     </message>
     <message>
         <source>Reconnect automatically</source>
-        <translation type="unfinished"></translation>
+        <translation>Reconectar automáticamente</translation>
     </message>
     <message>
         <source>Recording source</source>
-        <translation type="unfinished"></translation>
+        <translation>Fuente de grabación</translation>
     </message>
     <message>
         <source>Capture from:</source>
-        <translation type="unfinished"></translation>
+        <translation>Capturar de:</translation>
     </message>
     <message>
         <source>Device:</source>
-        <translation type="unfinished"></translation>
+        <translation>Dispositivo:</translation>
     </message>
     <message>
         <source>Stream URL:</source>
-        <translation type="unfinished"></translation>
+        <translation>URL de la emisión:</translation>
     </message>
     <message>
         <source>MP3</source>
-        <translation type="unfinished"></translation>
+        <translation>MP3</translation>
     </message>
     <message>
         <source>Ogg Vorbis</source>
-        <translation type="unfinished"></translation>
+        <translation>Ogg Vorbis</translation>
     </message>
     <message>
         <source>FLAC</source>
-        <translation type="unfinished"></translation>
+        <translation>FLAC</translation>
     </message>
     <message>
         <source>AAC</source>
-        <translation type="unfinished"></translation>
+        <translation>AAC</translation>
     </message>
     <message>
         <source>WAV (uncompressed)</source>
-        <translation type="unfinished"></translation>
+        <translation>WAV (sin comprimir)</translation>
     </message>
     <message>
         <source>%1 Hz</source>
-        <translation type="unfinished"></translation>
+        <translation>%1 Hz</translation>
     </message>
     <message>
         <source>%1 kbps</source>
-        <translation type="unfinished"></translation>
+        <translation>%1 kbps</translation>
     </message>
     <message>
         <source>mono</source>
-        <translation type="unfinished"></translation>
+        <translation>mono</translation>
     </message>
     <message>
         <source>stereo</source>
-        <translation type="unfinished"></translation>
+        <translation>estéreo</translation>
     </message>
     <message>
         <source> dB</source>
-        <translation type="unfinished"></translation>
+        <translation> dB</translation>
     </message>
     <message>
         <source>Limit peaks instead of clipping</source>
-        <translation type="unfinished"></translation>
+        <translation>Limitar los picos en lugar de recortarlos</translation>
     </message>
     <message>
         <source>A loopback mix can exceed 0 dBFS. With this on, overshoots are rounded off just below full scale instead of being clipped flat.</source>
-        <translation type="unfinished"></translation>
+        <translation>Una mezcla en loopback puede superar 0 dBFS. Con esta opción, los excesos se redondean justo por debajo del fondo de escala en lugar de recortarse en seco.</translation>
     </message>
     <message>
         <source>Recording format</source>
-        <translation type="unfinished"></translation>
+        <translation>Formato de grabación</translation>
     </message>
     <message>
         <source>Codec:</source>
-        <translation type="unfinished"></translation>
+        <translation>Códec:</translation>
     </message>
     <message>
         <source>Sample rate:</source>
-        <translation type="unfinished"></translation>
+        <translation>Frecuencia de muestreo:</translation>
     </message>
     <message>
         <source>Bit rate:</source>
-        <translation type="unfinished"></translation>
+        <translation>Tasa de bits:</translation>
     </message>
     <message>
         <source>Channels:</source>
-        <translation type="unfinished"></translation>
+        <translation>Canales:</translation>
     </message>
     <message>
         <source>Ogg quality:</source>
-        <translation type="unfinished"></translation>
+        <translation>Calidad Ogg:</translation>
     </message>
     <message>
         <source>Input gain:</source>
-        <translation type="unfinished"></translation>
+        <translation>Ganancia de entrada:</translation>
     </message>
     <message>
         <source>Default playback device</source>
-        <translation type="unfinished"></translation>
+        <translation>Salida de audio predeterminada</translation>
     </message>
     <message>
         <source>(decoded by ffmpeg)</source>
-        <translation type="unfinished"></translation>
+        <translation>(decodificada por ffmpeg)</translation>
     </message>
     <message>
         <source>(ffmpeg not found - stream logging unavailable)</source>
-        <translation type="unfinished"></translation>
+        <translation>(ffmpeg no encontrado: no se pueden registrar emisiones)</translation>
     </message>
     <message>
         <source>&lt;b&gt;Current source:&lt;/b&gt; %1</source>
-        <translation type="unfinished"></translation>
+        <translation>&lt;b&gt;Fuente actual:&lt;/b&gt; %1</translation>
     </message>
     <message>
         <source>MP3 needs either LAME compiled in or ffmpeg on the PATH.</source>
-        <translation type="unfinished"></translation>
+        <translation>MP3 necesita LAME integrado en el programa o ffmpeg en el PATH.</translation>
     </message>
     <message>
         <source>Ogg needs either libvorbis compiled in or ffmpeg on the PATH.</source>
-        <translation type="unfinished"></translation>
+        <translation>Ogg necesita libvorbis integrado en el programa o ffmpeg en el PATH.</translation>
     </message>
     <message>
         <source>This codec requires ffmpeg on the PATH.</source>
-        <translation type="unfinished"></translation>
+        <translation>Este códec requiere ffmpeg en el PATH.</translation>
     </message>
 </context>
 <context>
     <name>ScheduleController</name>
     <message>
         <source>Scheduler enabled</source>
-        <translation type="unfinished"></translation>
+        <translation>Programador activado</translation>
     </message>
     <message>
         <source>Scheduler disabled</source>
-        <translation type="unfinished"></translation>
+        <translation>Programador desactivado</translation>
     </message>
     <message>
         <source>scheduler</source>
-        <translation type="unfinished"></translation>
+        <translation>programador</translation>
     </message>
     <message>
         <source>Scheduled block %1 - %2</source>
-        <translation type="unfinished"></translation>
+        <translation>Bloque programado %1 - %2</translation>
     </message>
 </context>
 <context>
     <name>SchedulerDialog</name>
     <message>
         <source>Scheduler</source>
-        <translation type="unfinished"></translation>
+        <translation>Programador</translation>
     </message>
     <message>
         <source>&lt;b&gt;Hours to record&lt;/b&gt; (hours marked green will be recorded)&lt;br&gt;Drag with the left button to mark, the right button to clear, or press the space bar to toggle the selection.</source>
-        <translation type="unfinished"></translation>
+        <translation>&lt;b&gt;Horas de grabación&lt;/b&gt; (se grabarán las horas marcadas en verde)&lt;br&gt;Arrastre con el botón izquierdo para marcar o con el derecho para borrar, o pulse la barra espaciadora para cambiar la selección.</translation>
     </message>
     <message>
         <source>Record &amp;always</source>
-        <translation type="unfinished"></translation>
+        <translation>Grabar &amp;siempre</translation>
     </message>
     <message>
         <source>Clear a&amp;ll</source>
-        <translation type="unfinished"></translation>
+        <translation>&amp;Borrar todo</translation>
     </message>
     <message>
         <source>&amp;Office hours</source>
-        <translation type="unfinished"></translation>
+        <translation>Horario de &amp;oficina</translation>
     </message>
 </context>
 <context>
     <name>SchedulerGrid</name>
     <message>
         <source>%1 %2: recorded</source>
-        <translation type="unfinished"></translation>
+        <translation>%1 %2: se graba</translation>
     </message>
     <message>
         <source>%1 %2: not recorded</source>
-        <translation type="unfinished"></translation>
+        <translation>%1 %2: no se graba</translation>
     </message>
 </context>
 <context>
     <name>SerialTrigger</name>
     <message>
         <source>No serial port has been selected for triggering.</source>
-        <translation type="unfinished"></translation>
+        <translation>No se ha seleccionado ningún puerto serie para el disparo.</translation>
     </message>
     <message>
         <source>Cannot open %1: %2</source>
-        <translation type="unfinished"></translation>
+        <translation>No se puede abrir %1: %2</translation>
     </message>
     <message>
         <source>Trigger listening on %1</source>
-        <translation type="unfinished"></translation>
+        <translation>Disparo a la escucha en %1</translation>
     </message>
     <message>
         <source>%1 (%2 baud, text)</source>
-        <translation type="unfinished"></translation>
+        <translation>%1 (%2 baudios, texto)</translation>
     </message>
     <message>
         <source>%1 (%2%3)</source>
-        <translation type="unfinished"></translation>
+        <translation>%1 (%2%3)</translation>
     </message>
     <message>
         <source>, inverted</source>
-        <translation type="unfinished"></translation>
+        <translation>, invertida</translation>
     </message>
     <message>
         <source>The serial port %1 was lost: %2</source>
-        <translation type="unfinished"></translation>
+        <translation>Se perdió el puerto serie %1: %2</translation>
     </message>
     <message>
         <source>This build was compiled without Qt SerialPort support.</source>
-        <translation type="unfinished"></translation>
+        <translation>Esta versión se compiló sin compatibilidad con Qt SerialPort.</translation>
     </message>
 </context>
 <context>
     <name>SettingsDialog</name>
     <message>
         <source>Settings</source>
-        <translation type="unfinished"></translation>
+        <translation>Configuración</translation>
     </message>
     <message>
         <source>&amp;Recording</source>
-        <translation type="unfinished"></translation>
+        <translation>&amp;Grabación</translation>
     </message>
     <message>
         <source>&amp;Output</source>
-        <translation type="unfinished"></translation>
+        <translation>&amp;Salida</translation>
     </message>
     <message>
         <source>&amp;Triggers</source>
-        <translation type="unfinished"></translation>
+        <translation>&amp;Disparo</translation>
     </message>
     <message>
         <source>&amp;Alerts</source>
-        <translation type="unfinished"></translation>
+        <translation>&amp;Alertas</translation>
     </message>
     <message>
         <source>&amp;General</source>
-        <translation type="unfinished"></translation>
+        <translation>Ge&amp;neral</translation>
     </message>
 </context>
 <context>
     <name>SilenceAlert</name>
     <message>
         <source>Silence notification sent</source>
-        <translation type="unfinished"></translation>
+        <translation>Aviso de silencio enviado</translation>
     </message>
     <message>
         <source>Silence notification failed: %1</source>
-        <translation type="unfinished"></translation>
+        <translation>Fallo al enviar el aviso de silencio: %1</translation>
     </message>
     <message>
         <source>Tidewell detected silence on the recorded source.
@@ -975,496 +976,504 @@ Source: %2
 Threshold: %3 dB for %4 seconds
 Current file: %5
 </source>
-        <translation type="unfinished"></translation>
+        <translation>Tidewell ha detectado silencio en la fuente grabada.
+
+Hora: %1
+Fuente: %2
+Umbral: %3 dB durante %4 segundos
+Archivo actual: %5
+</translation>
     </message>
 </context>
 <context>
     <name>SmtpClient</name>
     <message>
         <source>SMTP server or recipient address is not configured.</source>
-        <translation type="unfinished"></translation>
+        <translation>No se ha configurado el servidor SMTP o la dirección de destino.</translation>
     </message>
     <message>
         <source>Authentication failed: %1</source>
-        <translation type="unfinished"></translation>
+        <translation>Fallo de autenticación: %1</translation>
     </message>
     <message>
         <source>Notification sent.</source>
-        <translation type="unfinished"></translation>
+        <translation>Aviso enviado.</translation>
     </message>
     <message>
         <source>The SMTP server did not respond in time.</source>
-        <translation type="unfinished"></translation>
+        <translation>El servidor SMTP no respondió a tiempo.</translation>
     </message>
 </context>
 <context>
     <name>StatusTexts</name>
     <message>
         <source>LOOP</source>
-        <translation type="unfinished"></translation>
+        <translation>LOOP</translation>
     </message>
     <message>
         <source>default playback device</source>
-        <translation type="unfinished"></translation>
+        <translation>salida predeterminada</translation>
     </message>
     <message>
         <source>NET</source>
-        <translation type="unfinished"></translation>
+        <translation>RED</translation>
     </message>
     <message>
         <source>no stream URL</source>
-        <translation type="unfinished"></translation>
+        <translation>sin URL de emisión</translation>
     </message>
     <message>
         <source>IN</source>
-        <translation type="unfinished"></translation>
+        <translation>ENT</translation>
     </message>
     <message>
         <source>default input device</source>
-        <translation type="unfinished"></translation>
+        <translation>entrada predeterminada</translation>
     </message>
     <message>
         <source>MONO</source>
-        <translation type="unfinished"></translation>
+        <translation>MONO</translation>
     </message>
     <message>
         <source>STEREO</source>
-        <translation type="unfinished"></translation>
+        <translation>ESTÉREO</translation>
     </message>
     <message>
         <source>unknown</source>
-        <translation type="unfinished"></translation>
+        <translation>desconocido</translation>
     </message>
     <message>
         <source>%1d %2h</source>
-        <translation type="unfinished"></translation>
+        <translation>%1d %2h</translation>
     </message>
 </context>
 <context>
     <name>StreamCapture</name>
     <message>
         <source>(no stream URL)</source>
-        <translation type="unfinished"></translation>
+        <translation>(sin URL de emisión)</translation>
     </message>
     <message>
         <source>No stream URL has been configured.</source>
-        <translation type="unfinished"></translation>
+        <translation>No se ha configurado ninguna URL de emisión.</translation>
     </message>
     <message>
         <source>The stream URL is not valid: %1</source>
-        <translation type="unfinished"></translation>
+        <translation>La URL de la emisión no es válida: %1</translation>
     </message>
     <message>
         <source>Stream logging needs ffmpeg, which was not found on this system. Install it or place ffmpeg next to Tidewell.</source>
-        <translation type="unfinished"></translation>
+        <translation>El registro de emisiones necesita ffmpeg, que no se encontró en este sistema. Instálelo o coloque ffmpeg junto a Tidewell.</translation>
     </message>
     <message>
         <source>Could not start ffmpeg: %1</source>
-        <translation type="unfinished"></translation>
+        <translation>No se pudo iniciar ffmpeg: %1</translation>
     </message>
     <message>
         <source>Stream connected: %1</source>
-        <translation type="unfinished"></translation>
+        <translation>Emisión conectada: %1</translation>
     </message>
     <message>
         <source>Stream stalled for %1 s - reconnecting</source>
-        <translation type="unfinished"></translation>
+        <translation>Emisión parada durante %1 s: reconectando</translation>
     </message>
     <message>
         <source>Stream decoder exited - reconnecting</source>
-        <translation type="unfinished"></translation>
+        <translation>El decodificador de la emisión terminó: reconectando</translation>
     </message>
     <message>
         <source>The stream ended and reconnection is disabled.</source>
-        <translation type="unfinished"></translation>
+        <translation>La emisión terminó y la reconexión está desactivada.</translation>
     </message>
 </context>
 <context>
     <name>TrayIcon</name>
     <message>
         <source>&amp;Show</source>
-        <translation type="unfinished"></translation>
+        <translation>&amp;Mostrar</translation>
     </message>
     <message>
         <source>Start/stop &amp;recording</source>
-        <translation type="unfinished"></translation>
+        <translation>Iniciar/detener la &amp;grabación</translation>
     </message>
     <message>
         <source>E&amp;xit</source>
-        <translation type="unfinished"></translation>
+        <translation>&amp;Salir</translation>
     </message>
     <message>
         <source>Tidewell</source>
-        <translation type="unfinished"></translation>
+        <translation>Tidewell</translation>
     </message>
     <message>
         <source>Tidewell - recording</source>
-        <translation type="unfinished"></translation>
+        <translation>Tidewell - grabando</translation>
     </message>
     <message>
         <source>Tidewell - idle</source>
-        <translation type="unfinished"></translation>
+        <translation>Tidewell - en espera</translation>
     </message>
 </context>
 <context>
     <name>TriggerController</name>
     <message>
         <source>Trigger on</source>
-        <translation type="unfinished"></translation>
+        <translation>Disparo activado</translation>
     </message>
     <message>
         <source>Trigger off</source>
-        <translation type="unfinished"></translation>
+        <translation>Disparo desactivado</translation>
     </message>
     <message>
         <source>trigger</source>
-        <translation type="unfinished"></translation>
+        <translation>disparo</translation>
     </message>
 </context>
 <context>
     <name>TriggersTab</name>
     <message>
         <source>Off</source>
-        <translation type="unfinished"></translation>
+        <translation>Desactivado</translation>
     </message>
     <message>
         <source>Serial contact closure</source>
-        <translation type="unfinished"></translation>
+        <translation>Cierre de contacto en puerto serie</translation>
     </message>
     <message>
         <source>Serial text command</source>
-        <translation type="unfinished"></translation>
+        <translation>Comando de texto por puerto serie</translation>
     </message>
     <message>
         <source>MIDI note or control change</source>
-        <translation type="unfinished"></translation>
+        <translation>Nota o cambio de control MIDI</translation>
     </message>
     <message>
         <source>External trigger</source>
-        <translation type="unfinished"></translation>
+        <translation>Disparo externo</translation>
     </message>
     <message>
         <source>Trigger:</source>
-        <translation type="unfinished"></translation>
+        <translation>Disparo:</translation>
     </message>
     <message>
         <source> sec</source>
-        <translation type="unfinished"></translation>
+        <translation> s</translation>
     </message>
     <message>
         <source>Keep recording for this long after the trigger releases, so brief gaps between links do not chop the archive into fragments.</source>
-        <translation type="unfinished"></translation>
+        <translation>Sigue grabando durante este tiempo tras soltarse el disparo, para que las pausas breves entre intervenciones no dejen el archivo en fragmentos.</translation>
     </message>
     <message>
         <source>Run-on:</source>
-        <translation type="unfinished"></translation>
+        <translation>Prolongación:</translation>
     </message>
     <message>
         <source>(no serial ports found)</source>
-        <translation type="unfinished"></translation>
+        <translation>(no se encontraron puertos serie)</translation>
     </message>
     <message>
         <source>(no port chosen)</source>
-        <translation type="unfinished"></translation>
+        <translation>(ningún puerto elegido)</translation>
     </message>
     <message>
         <source>CTS</source>
-        <translation type="unfinished"></translation>
+        <translation>CTS</translation>
     </message>
     <message>
         <source>DSR</source>
-        <translation type="unfinished"></translation>
+        <translation>DSR</translation>
     </message>
     <message>
         <source>DCD</source>
-        <translation type="unfinished"></translation>
+        <translation>DCD</translation>
     </message>
     <message>
         <source>Invert (record when open)</source>
-        <translation type="unfinished"></translation>
+        <translation>Invertir (grabar con el contacto abierto)</translation>
     </message>
     <message>
         <source>Serial port:</source>
-        <translation type="unfinished"></translation>
+        <translation>Puerto serie:</translation>
     </message>
     <message>
         <source>Baud:</source>
-        <translation type="unfinished"></translation>
+        <translation>Baudios:</translation>
     </message>
     <message>
         <source>Sense line:</source>
-        <translation type="unfinished"></translation>
+        <translation>Línea de detección:</translation>
     </message>
     <message>
         <source>Start command:</source>
-        <translation type="unfinished"></translation>
+        <translation>Comando de inicio:</translation>
     </message>
     <message>
         <source>Stop command:</source>
-        <translation type="unfinished"></translation>
+        <translation>Comando de parada:</translation>
     </message>
     <message>
         <source>(no MIDI inputs found)</source>
-        <translation type="unfinished"></translation>
+        <translation>(no se encontraron entradas MIDI)</translation>
     </message>
     <message>
         <source>any</source>
-        <translation type="unfinished"></translation>
+        <translation>cualquiera</translation>
     </message>
     <message>
         <source>MIDI input:</source>
-        <translation type="unfinished"></translation>
+        <translation>Entrada MIDI:</translation>
     </message>
     <message>
         <source>Channel:</source>
-        <translation type="unfinished"></translation>
+        <translation>Canal:</translation>
     </message>
     <message>
         <source>Note / CC:</source>
-        <translation type="unfinished"></translation>
+        <translation>Nota / CC:</translation>
     </message>
     <message>
         <source>This build was compiled without Qt SerialPort support.</source>
-        <translation type="unfinished"></translation>
+        <translation>Esta versión se compiló sin compatibilidad con Qt SerialPort.</translation>
     </message>
 </context>
 <context>
     <name>UpdateChecker</name>
     <message>
         <source>The update URL is not valid.</source>
-        <translation type="unfinished"></translation>
+        <translation>La URL de actualización no es válida.</translation>
     </message>
     <message>
         <source>The update server returned HTTP %1.</source>
-        <translation type="unfinished"></translation>
+        <translation>El servidor de actualizaciones devolvió HTTP %1.</translation>
     </message>
     <message>
         <source>The update server sent a malformed response.</source>
-        <translation type="unfinished"></translation>
+        <translation>El servidor de actualizaciones envió una respuesta mal formada.</translation>
     </message>
     <message>
         <source>The update server did not report a version.</source>
-        <translation type="unfinished"></translation>
+        <translation>El servidor de actualizaciones no indicó ninguna versión.</translation>
     </message>
 </context>
 <context>
     <name>UpdateDialog</name>
     <message>
         <source>Update Available</source>
-        <translation type="unfinished"></translation>
+        <translation>Actualización disponible</translation>
     </message>
     <message>
         <source>&lt;h3 style=&apos;color:#c0392b&apos;&gt;Important update available&lt;/h3&gt;</source>
-        <translation type="unfinished"></translation>
+        <translation>&lt;h3 style=&apos;color:#c0392b&apos;&gt;Actualización importante disponible&lt;/h3&gt;</translation>
     </message>
     <message>
         <source>&lt;h3&gt;Update available&lt;/h3&gt;</source>
-        <translation type="unfinished"></translation>
+        <translation>&lt;h3&gt;Actualización disponible&lt;/h3&gt;</translation>
     </message>
     <message>
         <source>&lt;p&gt;&lt;b&gt;Version %1&lt;/b&gt; is available. You are running %2.&lt;/p&gt;</source>
-        <translation type="unfinished"></translation>
+        <translation>&lt;p&gt;La &lt;b&gt;versión %1&lt;/b&gt; está disponible. Usted utiliza la %2.&lt;/p&gt;</translation>
     </message>
     <message>
         <source>&lt;p style=&apos;color:gray&apos;&gt;Released %1&lt;/p&gt;</source>
-        <translation type="unfinished"></translation>
+        <translation>&lt;p style=&apos;color:gray&apos;&gt;Publicada: %1&lt;/p&gt;</translation>
     </message>
     <message>
         <source>&lt;a href=&quot;%1&quot;&gt;Full release notes&lt;/a&gt;</source>
-        <translation type="unfinished"></translation>
+        <translation>&lt;a href=&quot;%1&quot;&gt;Notas completas de la versión&lt;/a&gt;</translation>
     </message>
     <message>
         <source>&amp;Download...</source>
-        <translation type="unfinished"></translation>
+        <translation>&amp;Descargar...</translation>
     </message>
     <message>
         <source>&amp;Skip This Version</source>
-        <translation type="unfinished"></translation>
+        <translation>&amp;Omitir esta versión</translation>
     </message>
     <message>
         <source>&amp;Later</source>
-        <translation type="unfinished"></translation>
+        <translation>&amp;Más tarde</translation>
     </message>
 </context>
 <context>
     <name>UpdatePrompt</name>
     <message>
         <source>Update available: version %1</source>
-        <translation type="unfinished"></translation>
+        <translation>Actualización disponible: versión %1</translation>
     </message>
     <message>
         <source>Skipping version %1</source>
-        <translation type="unfinished"></translation>
+        <translation>Se omite la versión %1</translation>
     </message>
     <message>
         <source>Check for Updates</source>
-        <translation type="unfinished"></translation>
+        <translation>Buscar actualizaciones</translation>
     </message>
     <message>
         <source>You are running the latest version (%1).</source>
-        <translation type="unfinished"></translation>
+        <translation>Está utilizando la última versión (%1).</translation>
     </message>
     <message>
         <source>Update check failed: %1</source>
-        <translation type="unfinished"></translation>
+        <translation>Fallo al buscar actualizaciones: %1</translation>
     </message>
     <message>
         <source>Could not check for updates.
 
 %1</source>
-        <translation type="unfinished"></translation>
+        <translation>No se pudieron buscar actualizaciones.
+
+%1</translation>
     </message>
 </context>
 <context>
     <name>VfdPanel</name>
     <message>
         <source>REC</source>
-        <translation type="unfinished"></translation>
+        <translation>REC</translation>
     </message>
     <message>
         <source>AUTO</source>
-        <translation type="unfinished"></translation>
+        <translation>AUTO</translation>
     </message>
     <message>
         <source>TRIG</source>
-        <translation type="unfinished"></translation>
+        <translation>DISP</translation>
     </message>
     <message>
         <source>CLIP</source>
-        <translation type="unfinished"></translation>
+        <translation>CLIP</translation>
     </message>
     <message>
         <source>TODAY</source>
-        <translation type="unfinished"></translation>
+        <translation>HOY</translation>
     </message>
     <message>
         <source>ELAPSED</source>
-        <translation type="unfinished"></translation>
+        <translation>TRANSCURRIDO</translation>
     </message>
     <message>
         <source>PEAK LEVEL METER</source>
-        <translation type="unfinished"></translation>
+        <translation>NIVEL DE PICO</translation>
     </message>
     <message>
         <source>dBFS</source>
-        <translation type="unfinished"></translation>
+        <translation>dBFS</translation>
     </message>
     <message>
         <source>L</source>
-        <translation type="unfinished"></translation>
+        <translation>I</translation>
     </message>
     <message>
         <source>R</source>
-        <translation type="unfinished"></translation>
+        <translation>D</translation>
     </message>
     <message>
         <source>NO CODEC</source>
-        <translation type="unfinished"></translation>
+        <translation>SIN CÓDEC</translation>
     </message>
     <message>
         <source>DISK %1</source>
-        <translation type="unfinished"></translation>
+        <translation>DISCO %1</translation>
     </message>
     <message>
         <source>Recorder display</source>
-        <translation type="unfinished"></translation>
+        <translation>Panel de la grabadora</translation>
     </message>
     <message>
         <source>Recording</source>
-        <translation type="unfinished"></translation>
+        <translation>Grabando</translation>
     </message>
     <message>
         <source>Not recording</source>
-        <translation type="unfinished"></translation>
+        <translation>Sin grabar</translation>
     </message>
     <message>
         <source>Automatic recording by the schedule is on</source>
-        <translation type="unfinished"></translation>
+        <translation>La grabación automática según el programador está activada</translation>
     </message>
     <message>
         <source>Automatic recording by the schedule is off</source>
-        <translation type="unfinished"></translation>
+        <translation>La grabación automática según el programador está desactivada</translation>
     </message>
     <message>
         <source>The external trigger is active</source>
-        <translation type="unfinished"></translation>
+        <translation>El disparo externo está activo</translation>
     </message>
     <message>
         <source>The external trigger is not active</source>
-        <translation type="unfinished"></translation>
+        <translation>El disparo externo no está activo</translation>
     </message>
     <message>
         <source>Lights up for two seconds when the input exceeds full scale</source>
-        <translation type="unfinished"></translation>
+        <translation>Se enciende durante dos segundos cuando la entrada supera el fondo de escala</translation>
     </message>
     <message>
         <source>Automatic mode</source>
-        <translation type="unfinished"></translation>
+        <translation>Modo automático</translation>
     </message>
     <message>
         <source>Trigger active</source>
-        <translation type="unfinished"></translation>
+        <translation>Disparo activo</translation>
     </message>
     <message>
         <source>Trigger not active</source>
-        <translation type="unfinished"></translation>
+        <translation>Disparo inactivo</translation>
     </message>
     <message>
         <source>Codec: %1</source>
-        <translation type="unfinished"></translation>
+        <translation>Códec: %1</translation>
     </message>
     <message>
         <source>Source: %1</source>
-        <translation type="unfinished"></translation>
+        <translation>Fuente: %1</translation>
     </message>
     <message>
         <source>Disk time left: %1</source>
-        <translation type="unfinished"></translation>
+        <translation>Tiempo restante en disco: %1</translation>
     </message>
     <message>
         <source>File: %1</source>
-        <translation type="unfinished"></translation>
+        <translation>Archivo: %1</translation>
     </message>
 </context>
 <context>
     <name>VorbisEncoder</name>
     <message>
         <source>This build was compiled without Ogg Vorbis support.</source>
-        <translation type="unfinished"></translation>
+        <translation>Esta versión se compiló sin compatibilidad con Ogg Vorbis.</translation>
     </message>
 </context>
 <context>
     <name>WasapiLoopbackWorker</name>
     <message>
         <source>Could not create the audio device enumerator (0x%1).</source>
-        <translation type="unfinished"></translation>
+        <translation>No se pudo crear el enumerador de dispositivos de audio (0x%1).</translation>
     </message>
     <message>
         <source>Could not activate the audio client (0x%1).</source>
-        <translation type="unfinished"></translation>
+        <translation>No se pudo activar el cliente de audio (0x%1).</translation>
     </message>
     <message>
         <source>Could not read the device mix format.</source>
-        <translation type="unfinished"></translation>
+        <translation>No se pudo leer el formato de mezcla del dispositivo.</translation>
     </message>
     <message>
         <source>Could not initialise loopback capture (0x%1).</source>
-        <translation type="unfinished"></translation>
+        <translation>No se pudo iniciar la captura en loopback (0x%1).</translation>
     </message>
     <message>
         <source>Could not obtain the capture service.</source>
-        <translation type="unfinished"></translation>
+        <translation>No se pudo obtener el servicio de captura.</translation>
     </message>
 </context>
 <context>
     <name>main</name>
     <message>
         <source>Tidewell</source>
-        <translation type="unfinished"></translation>
+        <translation>Tidewell</translation>
     </message>
     <message>
         <source>Tidewell is already running.</source>
-        <translation type="unfinished"></translation>
+        <translation>Tidewell ya está en marcha.</translation>
     </message>
 </context>
 </TS>
