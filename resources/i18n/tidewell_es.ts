@@ -106,6 +106,146 @@ Si lo ha recibido, los avisos de silencio están bien configurados.</translation
     </message>
 </context>
 <context>
+    <name>ArchiveDialog</name>
+    <message>
+        <source>Archive</source>
+        <translation>Archivo sonoro</translation>
+    </message>
+    <message>
+        <source>Recordings</source>
+        <translation>Grabaciones</translation>
+    </message>
+    <message>
+        <source>Find by time</source>
+        <translation>Buscar por hora</translation>
+    </message>
+    <message>
+        <source>Custom range</source>
+        <translation>Intervalo personalizado</translation>
+    </message>
+    <message>
+        <source>Last hour</source>
+        <translation>Última hora</translation>
+    </message>
+    <message>
+        <source>Last 6 hours</source>
+        <translation>Últimas 6 horas</translation>
+    </message>
+    <message>
+        <source>Today</source>
+        <translation>Hoy</translation>
+    </message>
+    <message>
+        <source>Yesterday</source>
+        <translation>Ayer</translation>
+    </message>
+    <message>
+        <source>Last 7 days</source>
+        <translation>Últimos 7 días</translation>
+    </message>
+    <message>
+        <source>Time range</source>
+        <translation>Intervalo de tiempo</translation>
+    </message>
+    <message>
+        <source>&amp;Show matches</source>
+        <translation>Mostrar &amp;coincidencias</translation>
+    </message>
+    <message>
+        <source>Show &amp;all</source>
+        <translation>Mostrar &amp;todas</translation>
+    </message>
+    <message>
+        <source>&amp;Play from start time</source>
+        <translation>&amp;Reproducir desde la hora inicial</translation>
+    </message>
+    <message>
+        <source>Finds the recording covering the From time and starts playback at exactly that moment.</source>
+        <translation>Busca la grabación que incluye la hora de «Desde» e inicia la reproducción exactamente en ese momento.</translation>
+    </message>
+    <message>
+        <source>From:</source>
+        <translation>Desde:</translation>
+    </message>
+    <message>
+        <source>To:</source>
+        <translation>Hasta:</translation>
+    </message>
+    <message>
+        <source>Play</source>
+        <translation>Reproducir</translation>
+    </message>
+    <message>
+        <source>Pause</source>
+        <translation>Pausa</translation>
+    </message>
+    <message>
+        <source>Stop</source>
+        <translation>Detener</translation>
+    </message>
+    <message>
+        <source>Position</source>
+        <translation>Posición</translation>
+    </message>
+    <message>
+        <source>Position and length</source>
+        <translation>Posición y duración</translation>
+    </message>
+    <message>
+        <source>When this was recorded</source>
+        <translation>Cuándo se grabó</translation>
+    </message>
+    <message>
+        <source>Nothing was recorded between %1 and %2.</source>
+        <translation>No hay grabaciones en este intervalo: %1 - %2.</translation>
+    </message>
+    <message>
+        <source>%1 of %2 recordings</source>
+        <translation>Grabaciones: %1 de %2</translation>
+    </message>
+    <message>
+        <source>%1 recordings</source>
+        <translation>Grabaciones: %1</translation>
+    </message>
+    <message>
+        <source>No recording covers %1.
+
+Either nothing was being logged then, or the recording has already been deleted by the retention policy.</source>
+        <translation>Ninguna grabación incluye este momento: %1.
+
+O bien no se estaba registrando nada entonces, o la grabación ya se ha eliminado por la política de conservación.</translation>
+    </message>
+    <message>
+        <source>The file no longer exists:
+%1</source>
+        <translation>El archivo ya no existe:
+%1</translation>
+    </message>
+    <message>
+        <source>&amp;Play</source>
+        <translation>&amp;Reproducir</translation>
+    </message>
+    <message>
+        <source>Show in &amp;folder</source>
+        <translation>Mostrar en la &amp;carpeta</translation>
+    </message>
+    <message>
+        <source>&amp;Delete</source>
+        <translation>&amp;Eliminar</translation>
+    </message>
+    <message>
+        <source>Delete</source>
+        <translation>Eliminar</translation>
+    </message>
+    <message numerus="yes">
+        <source>Delete %n selected recording(s) from disk?</source>
+        <translation>
+            <numerusform>¿Eliminar del disco %n grabación seleccionada?</numerusform>
+            <numerusform>¿Eliminar del disco %n grabaciones seleccionadas?</numerusform>
+        </translation>
+    </message>
+</context>
+<context>
     <name>ArchiveModel</name>
     <message>
         <source>Date</source>
@@ -511,6 +651,14 @@ Si lo ha recibido, los avisos de silencio están bien configurados.</translation
     <message>
         <source>Settings saved</source>
         <translation>Configuración guardada</translation>
+    </message>
+    <message>
+        <source>&amp;Archive</source>
+        <translation>&amp;Archivo sonoro</translation>
+    </message>
+    <message>
+        <source>&amp;Archive...</source>
+        <translation>&amp;Archivo sonoro...</translation>
     </message>
 </context>
 <context>
