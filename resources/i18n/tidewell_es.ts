@@ -839,6 +839,10 @@ O bien no se estaba registrando nada entonces, o la grabación ya se ha eliminad
         <source>capture error</source>
         <translation>error de captura</translation>
     </message>
+    <message>
+        <source>The audio source has ended by itself.</source>
+        <translation>La fuente de audio ha terminado por sí sola.</translation>
+    </message>
 </context>
 <context>
     <name>RecordingTab</name>

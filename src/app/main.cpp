@@ -40,6 +40,7 @@ void installTranslator(const QLocale& locale, const QString& name, const QString
 void installTranslations(const QString& language)
 {
     const QLocale locale = language.isEmpty() ? QLocale::system() : QLocale(language);
+    QLocale::setDefault(locale); // dates and numbers speak the language of the texts
     installTranslator(locale, QStringLiteral("qtbase"), QLibraryInfo::path(QLibraryInfo::TranslationsPath));
     installTranslator(locale, QStringLiteral("tidewell"), QStringLiteral(":/i18n"));
 }

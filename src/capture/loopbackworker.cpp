@@ -56,14 +56,14 @@ void LoopbackWorker::deliver(const uchar* samples, qint64 frames)
 void LoopbackWorker::keepTime(milliseconds patience)
 {
     const nanoseconds now(m_clock.nsecsElapsed());
-    const auto since = duration_cast<milliseconds>(now - m_coveredUntil);
-    const qint64 frames = Loopback::silenceFrames(since, m_format.sampleRate, patience);
-    if (frames == 0)
-        return;
-    // Not until now: the part of a frame and of a millisecond that is left over counts next time, or an hour of
-    // silence would become seconds shorter.
-    m_coveredUntil = since > Loopback::SilenceAtMost
-                         ? now
-                         : m_coveredUntil + nanoseconds(frames * 1'000'000'000 / m_format.sampleRate);
-    Q_EMIT pcmReady(QByteArray(frames * m_format.frameBytes(), '\0'));
+    const auto missing = [&] {
+        const auto since = duration_cast<milliseconds>(now - m_coveredUntil);
+        return Loopback::silenceFrames(since, m_format.sampleRate, patience);
+    };
+    while (const qint64 frames = missing()) {
+        // Not until now: the part of a frame and of a millisecond that is left over counts next time, or an hour of
+        // silence would become seconds shorter.
+        m_coveredUntil += nanoseconds(frames * 1'000'000'000 / m_format.sampleRate);
+        Q_EMIT pcmReady(QByteArray(frames * m_format.frameBytes(), '\0'));
+    }
 }

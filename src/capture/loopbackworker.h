@@ -16,7 +16,7 @@ namespace Loopback {
 
 /// As little as may be missing before it is replaced by silence.
 constexpr std::chrono::milliseconds SilenceAfter{120};
-/// More is not made up at once: the machine was asleep.
+/// Of one block: a machine that was asleep has hours to make up for.
 constexpr std::chrono::milliseconds SilenceAtMost{10'000};
 
 /// Frames of silence to insert now that nothing has come for so long; 0 as long as that is below `patience`.

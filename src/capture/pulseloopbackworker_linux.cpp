@@ -111,6 +111,8 @@ bool PulseLoopbackWorker::follow(PulseConnection& server)
     setMixFormat(formatFor(format));
     m_monitorIndex = sink->monitorIndex;
     m_stream.reset(pa_stream_new(server.context(), "Loopback", &format, &sink->channels));
+    if (!m_stream)
+        return false;
     pa_buffer_attr buffer;
     buffer.maxlength = buffer.tlength = buffer.prebuf = buffer.minreq = uint32_t(-1);
     buffer.fragsize = uint32_t(pa_usec_to_bytes(FragmentMicroseconds, &format));

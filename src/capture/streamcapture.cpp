@@ -101,15 +101,17 @@ bool StreamCapture::start(const PcmFormat& format)
         Q_EMIT errorOccurred(failure);
         return false;
     }
-    if (!launch())
+    if (!launch(&failure)) {
+        Q_EMIT errorOccurred(failure);
         return false;
+    }
     m_lastData.start();
     m_watchdog.start();
     Q_EMIT runningChanged(true);
     return true;
 }
 
-bool StreamCapture::launch()
+bool StreamCapture::launch(QString* failure)
 {
     m_process = new QProcess(this);
     m_process->setProcessChannelMode(QProcess::ForwardedErrorChannel);
@@ -120,9 +122,8 @@ bool StreamCapture::launch()
                      QIODevice::ReadWrite);
     if (m_process->waitForStarted(StartTimeoutMs))
         return true;
-    const QString reason = m_process->errorString();
+    *failure = tr("Could not start ffmpeg: %1").arg(m_process->errorString());
     discardProcess();
-    Q_EMIT errorOccurred(tr("Could not start ffmpeg: %1").arg(reason));
     return false;
 }
 
@@ -186,7 +187,8 @@ void StreamCapture::onReadyRead()
     if (overs > 0)
         Q_EMIT overloadDetected();
     m_lastData.start();
-    Q_EMIT dataReady(block);
+    if (!m_stopping)
+        Q_EMIT dataReady(block);
 }
 
 void StreamCapture::fillWithSilence()
@@ -249,6 +251,9 @@ void StreamCapture::attemptReconnect()
         return;
     if (m_lastData.isValid())
         addLostTime();
-    if (!launch())
-        scheduleReconnect();
+    QString failure;
+    if (launch(&failure))
+        return;
+    Q_EMIT warning(failure); // an error would end the recording, and the next attempt may well succeed
+    scheduleReconnect();
 }

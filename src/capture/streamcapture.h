@@ -28,7 +28,7 @@ public:
     /// Within about 3 seconds. A stop while no decoder runs, between two attempts, is not told by runningChanged().
     void stop() override;
     bool isRunning() const override;
-    /// Host and path of the stream; never a user name or password.
+    /// Host and path of the stream, without a user name and password; the address as it stands when it has no host.
     QString description() const override;
 
     /// Before the next attempt, after that many without data.
@@ -43,7 +43,7 @@ private Q_SLOTS:
     void attemptReconnect();
 
 private:
-    bool launch();
+    bool launch(QString* failure);
     void discardProcess();
     void replaceProcess(const QString& reason);
     void scheduleReconnect();

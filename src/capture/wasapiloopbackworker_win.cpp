@@ -25,7 +25,12 @@ QString quoted(HRESULT result)
 ComPtr<IMMDevice> deviceFor(IMMDeviceEnumerator* enumerator, const QByteArray& id)
 {
     ComPtr<IMMDevice> device;
-    if (id.isEmpty() || FAILED(enumerator->GetDevice(QString::fromUtf8(id).toStdWString().c_str(), &device)))
+    // An endpoint that is unplugged or disabled is still found.
+    DWORD state = 0;
+    const bool found = !id.isEmpty() &&
+                       SUCCEEDED(enumerator->GetDevice(QString::fromUtf8(id).toStdWString().c_str(), &device)) &&
+                       SUCCEEDED(device->GetState(&state)) && state == DEVICE_STATE_ACTIVE;
+    if (!found)
         enumerator->GetDefaultAudioEndpoint(eRender, eConsole, device.ReleaseAndGetAddressOf());
     return device;
 }

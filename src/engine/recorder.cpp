@@ -101,6 +101,11 @@ bool Recorder::startCapture()
     connect(m_capture, &AudioCapture::errorOccurred, this, &Recorder::onCaptureError);
     connect(m_capture, &AudioCapture::overloadDetected, this, &Recorder::overloadDetected);
     connect(m_capture, &AudioCapture::warning, this, &Recorder::logMessage);
+    // A source that ends without a word would leave a recorder that records nothing, and that nobody starts again.
+    connect(m_capture, &AudioCapture::runningChanged, this, [this](bool running) {
+        if (!running && m_recording)
+            onCaptureError(tr("The audio source has ended by itself."));
+    });
     return m_capture->start(m_format);
 }
 

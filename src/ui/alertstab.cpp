@@ -15,6 +15,12 @@
 #include <QSpinBox>
 #include <QVBoxLayout>
 
+namespace {
+
+constexpr int DefaultSmtpPort = 465;
+
+} // namespace
+
 AlertsTab::AlertsTab(AppSettings& settings, SettingsBinding& binding, QWidget* parent)
     : QWidget(parent),
       m_email(new QLineEdit),
@@ -43,6 +49,8 @@ AlertsTab::AlertsTab(AppSettings& settings, SettingsBinding& binding, QWidget* p
     binding.bind(m_host, settings.smtpHost);
     m_port->setRange(1, 65535);
     binding.bind(m_port, settings.smtpPort);
+    if (settings.smtpPort <= 0)
+        m_port->setValue(DefaultSmtpPort);
     binding.bind(m_tls, settings.smtpTls);
     binding.bind(m_user, settings.smtpUser);
     m_password->setEchoMode(QLineEdit::Password);

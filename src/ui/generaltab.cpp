@@ -14,18 +14,15 @@
 
 GeneralTab::GeneralTab(AppSettings& settings, SettingsBinding& binding, QWidget* parent) : QWidget(parent)
 {
-    const auto addCheckBox = [&binding](auto* layout, const QString& text, bool& field) {
+    const auto checkBox = [&binding](const QString& text, bool& field) {
         auto* box = new QCheckBox(text);
         binding.bind(box, field);
-        if constexpr (std::is_same_v<decltype(layout), QFormLayout*>)
-            layout->addRow(box);
-        else
-            layout->addWidget(box);
+        return box;
     };
 
     auto* updates = new QGroupBox(tr("Updates"));
     auto* updatesLayout = new QVBoxLayout(updates);
-    addCheckBox(updatesLayout, tr("Check for updates at startup"), settings.checkAtStartup);
+    updatesLayout->addWidget(checkBox(tr("Check for updates at startup"), settings.checkAtStartup));
     auto* note =
         new QLabel(tr("Checks the Quayside update service at most once a day, and whenever you use Help > Check "
                       "for Updates."));
@@ -50,11 +47,11 @@ GeneralTab::GeneralTab(AppSettings& settings, SettingsBinding& binding, QWidget*
     binding.bind(language, settings.language);
 
     auto* form = new QFormLayout;
-    addCheckBox(form, tr("Start with the operating system"), settings.startWithSystem);
+    form->addRow(checkBox(tr("Start with the operating system"), settings.startWithSystem));
     form->addRow(tr("Closing the window:"), closing);
     form->addRow(tr("Appearance:"), theme);
-    addCheckBox(form, tr("Show button on taskbar"), settings.taskbarButton);
-    addCheckBox(form, tr("Restart the program if it crashes or hangs"), settings.restartOnCrash);
+    form->addRow(checkBox(tr("Show button on taskbar"), settings.taskbarButton));
+    form->addRow(checkBox(tr("Restart the program if it crashes or hangs"), settings.restartOnCrash));
     form->addRow(tr("Language:"), language);
 
     auto* layout = new QVBoxLayout(this);

@@ -180,12 +180,18 @@ void MainWindow::buildStatusBar()
     m_triggerLabel = new QLabel;
     statusBar()->addPermanentWidget(m_triggerLabel);
 
-    const QString version = QCoreApplication::applicationVersion();
-    auto* versionLabel =
-        new QLabel(tr("<a href=\"update\" style=\"text-decoration:none; color:palette(link)\">v%1</a>").arg(version));
-    versionLabel->setToolTip(tr("Version %1 - click to check for updates").arg(version));
-    connect(versionLabel, &QLabel::linkActivated, this, &MainWindow::checkForUpdates);
-    statusBar()->addPermanentWidget(versionLabel);
+    m_versionLabel = new QLabel;
+    m_versionLabel->setToolTip(
+        tr("Version %1 - click to check for updates").arg(QCoreApplication::applicationVersion()));
+    connect(m_versionLabel, &QLabel::linkActivated, this, &MainWindow::checkForUpdates);
+    statusBar()->addPermanentWidget(m_versionLabel);
+    showVersion();
+}
+
+void MainWindow::showVersion()
+{
+    m_versionLabel->setText(tr("<a href=\"update\" style=\"text-decoration:none; color:palette(link)\">v%1</a>")
+                                .arg(QCoreApplication::applicationVersion()));
 }
 
 void MainWindow::connectEngines()
@@ -447,6 +453,9 @@ bool MainWindow::event(QEvent* event)
 void MainWindow::changeEvent(QEvent* event)
 {
     QMainWindow::changeEvent(event);
+    // Rich text takes its colours from the palette once, when it is set.
+    if (event->type() == QEvent::PaletteChange && m_versionLabel)
+        showVersion();
     // Hiding a window while it is told of its new state leaves some window managers confused.
     if (event->type() == QEvent::WindowStateChange && m_tray && !m_settings.taskbarButton && isMinimized())
         QTimer::singleShot(0, this, &QWidget::hide);

@@ -27,7 +27,11 @@ OutputTab::OutputTab(AppSettings& settings, SettingsBinding& binding, QWidget* p
       m_serial(settings.fileSerial),
       m_codec(settings.codec)
 {
-    binding.bind(m_folder, settings.outputFolder);
+    m_folder->setText(settings.outputFolder);
+    binding.onWrite([this, &settings] {
+        if (!m_folder->text().trimmed().isEmpty()) // nothing could be recorded nowhere
+            settings.outputFolder = m_folder->text();
+    });
     binding.bind(m_template, settings.fileTemplate);
     m_preview->setObjectName(QStringLiteral("preview"));
     m_preview->setTextFormat(Qt::PlainText);
@@ -68,7 +72,9 @@ OutputTab::OutputTab(AppSettings& settings, SettingsBinding& binding, QWidget* p
 
     auto* form = new QFormLayout;
     form->addRow(tr("Folder:"), folderRow);
+    qobject_cast<QLabel*>(form->labelForField(folderRow))->setBuddy(m_folder);
     form->addRow(tr("Filename template:"), templateRow);
+    qobject_cast<QLabel*>(form->labelForField(templateRow))->setBuddy(m_template);
     form->addRow(m_preview);
     form->addRow(tr("Split records into:"), split);
     form->addRow(align);

@@ -80,6 +80,7 @@ QGroupBox* RecordingTab::buildSource(AppSettings& settings, SettingsBinding& bin
     auto* form = new QFormLayout(group);
     form->addRow(tr("Capture from:"), m_backend);
     form->addRow(tr("Device:"), devices);
+    qobject_cast<QLabel*>(form->labelForField(devices))->setBuddy(m_device);
     form->addRow(tr("Stream URL:"), url);
     form->addRow(reconnect);
     form->addRow(m_currentSource);
@@ -175,6 +176,8 @@ void RecordingTab::listDevices()
         for (const QAudioDevice& device : inputDevices())
             m_device->addItem(device.description(), device.id());
         stored = m_inputId;
+        if (const int found = m_device->findData(stored); found >= 0)
+            m_inputLabel = m_device->itemText(found); // it may have been given another name
         storedLabel = m_inputLabel.isEmpty() ? QString::fromUtf8(m_inputId) : m_inputLabel;
         break;
     case CaptureBackend::Stream:
@@ -202,6 +205,8 @@ void RecordingTab::onDeviceChosen(int index)
 void RecordingTab::showCurrentSource()
 {
     QString source = m_device->currentText();
+    if (m_device->currentData().toByteArray().isEmpty())
+        source.clear();
     if (CaptureBackend(backend()) == CaptureBackend::Stream)
         source = ffmpegAvailable() ? tr("(decoded by ffmpeg)") : tr("(ffmpeg not found - stream logging unavailable)");
     else if (source.isEmpty())

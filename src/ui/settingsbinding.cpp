@@ -19,16 +19,25 @@ void SettingsBinding::bind(QGroupBox* box, bool& field)
     onWrite([box, &field] { field = box->isChecked(); });
 }
 
-void SettingsBinding::bind(QSpinBox* box, int& field)
+/// A stored value that the box has to round or limit stays as it is while nobody changes it.
+template <class Box, class Value>
+void SettingsBinding::bindValue(Box* box, Value& field)
 {
     box->setValue(field);
-    onWrite([box, &field] { field = box->value(); });
+    onWrite([box, &field, shown = box->value()] {
+        if (box->value() != shown)
+            field = box->value();
+    });
+}
+
+void SettingsBinding::bind(QSpinBox* box, int& field)
+{
+    bindValue(box, field);
 }
 
 void SettingsBinding::bind(QDoubleSpinBox* box, double& field)
 {
-    box->setValue(field);
-    onWrite([box, &field] { field = box->value(); });
+    bindValue(box, field);
 }
 
 void SettingsBinding::bind(QLineEdit* edit, QString& field)

@@ -31,6 +31,8 @@ public:
     void write() const;
 
 private:
+    template <class Box, class Value>
+    void bindValue(Box* box, Value& field);
     template <class Value>
     void bindData(QComboBox* box, Value& field, const QString& textIfMissing);
 

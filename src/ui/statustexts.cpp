@@ -7,8 +7,20 @@
 
 #include <QDir>
 #include <QStorageInfo>
+#include <QUrl>
 
 #include <algorithm>
+
+namespace {
+
+/// The panel is seen by whoever passes by.
+QString withoutPassword(const QString& address)
+{
+    const QUrl url(address);
+    return url.userInfo().isEmpty() ? address : url.toDisplayString(QUrl::RemoveUserInfo);
+}
+
+} // namespace
 
 QString StatusTexts::source(const AppSettings& settings, const QString& playbackLabel)
 {
@@ -20,7 +32,7 @@ QString StatusTexts::source(const AppSettings& settings, const QString& playback
         break;
     case CaptureBackend::Stream:
         kind = tr("NET");
-        name = settings.streamUrl.isEmpty() ? tr("no stream URL") : settings.streamUrl;
+        name = settings.streamUrl.isEmpty() ? tr("no stream URL") : withoutPassword(settings.streamUrl);
         break;
     case CaptureBackend::InputDevice:
     default:

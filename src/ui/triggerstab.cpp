@@ -105,7 +105,7 @@ void TriggersTab::addMidi(QFormLayout* form, AppSettings& settings, SettingsBind
     binding.bind(input, settings.midiDevice, stored.isEmpty() ? tr("(no MIDI inputs found)") : stored);
     binding.onWrite([input, names, &settings] {
         // An input that is not connected keeps its name.
-        if (settings.midiDevice < names.size())
+        if (settings.midiDevice >= 0 && settings.midiDevice < names.size())
             settings.midiDeviceName = names.value(input->currentIndex());
     });
     auto* channel = new QSpinBox;
