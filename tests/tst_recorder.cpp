@@ -164,6 +164,12 @@ private Q_SLOTS:
                                            "Recording stopped (capture error)"}));
 
         QVERIFY(recorder.start());
+        takeStory();
+        Q_EMIT m_capture->runningChanged(false); // without a word
+        QCOMPARE(takeStory(),
+                 QStringList({"The audio source has ended by itself.", "Recording stopped (capture error)"}));
+
+        QVERIFY(recorder.start());
         m_settings.fileTemplate = tooLong;
         hear(20);
         QVERIFY(!recorder.isRecording());
