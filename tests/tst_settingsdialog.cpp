@@ -9,6 +9,7 @@
 #include <QLabel>
 #include <QLineEdit>
 #include <QMessageBox>
+#include <QProcess>
 #include <QPushButton>
 #include <QSettings>
 #include <QTemporaryDir>
@@ -154,22 +155,56 @@ private Q_SLOTS:
     {
         m_settings.smtpHost = QStringLiteral("mail.station.example");
         m_settings.alertEmail.clear();
+        QCOMPARE(sayingOfTest(), QStringLiteral("Enter at least an SMTP server and a recipient address."));
+    }
+
+#ifndef Q_OS_WIN
+    /// By a real server, with what the controls hold and the settings do not.
+    void sendsATestMail()
+    {
+        QProcess server;
+        server.setWorkingDirectory(m_folder.path());
+        server.start(QStringLiteral(QT_TESTCASE_SOURCEDIR "/support/smtpserver"), {});
+        QTRY_VERIFY_WITH_TIMEOUT(server.canReadLine(), 20'000);
+        m_settings.smtpHost = QStringLiteral("localhost");
+        m_settings.smtpPort = server.readLine().split(' ').first().toInt();
+        m_settings.smtpTls = false;
+        m_settings.smtpUser.clear();
+        m_settings.smtpFrom = QStringLiteral("logger@station.example");
+        m_settings.alertEmail = QStringLiteral("desk@station.example");
+        QCOMPARE(sayingOfTest(), QStringLiteral("Notification sent."));
+        QFile mail(m_folder.filePath(QStringLiteral("mail")));
+        QVERIFY(mail.open(QIODevice::ReadOnly));
+        const QByteArray text = mail.readAll();
+        QVERIFY(text.startsWith("logger@station.example ['desk@station.example']"));
+        QVERIFY(text.contains("Subject: Tidewell test message\r\n"));
+        server.kill();
+        server.waitForFinished();
+    }
+#endif
+
+private:
+    /// Presses the button "Test" and tells what the box then says.
+    QString sayingOfTest()
+    {
         SettingsDialog dialog(m_settings);
         QString said;
-        QTimer::singleShot(0, this, [&said] {
-            auto* box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget());
-            said = box ? box->text() : QString();
-            if (box)
+        QTimer poll;
+        poll.callOnTimeout(&dialog, [&said] {
+            if (auto* box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget())) {
+                said = box->text();
                 box->accept();
+            }
         });
+        poll.start(10);
         for (auto* button : dialog.findChildren<QPushButton*>()) {
             if (button->text() == QStringLiteral("&Test"))
                 button->click();
         }
-        QCOMPARE(said, QStringLiteral("Enter at least an SMTP server and a recipient address."));
+        [[maybe_unused]] const bool done = QTest::qWaitFor([&said] { return !said.isEmpty(); }, 20'000);
+        return said;
     }
 
-private:
     QTemporaryDir m_folder;
     AppSettings& m_settings = AppSettings::instance();
 };
