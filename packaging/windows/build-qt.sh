@@ -183,6 +183,9 @@ once built-qt6-multimedia build qt6-multimedia -DQT_WIN_PREFIX="$prefix" -DINPUT
 for name in "${optional[@]}"; do once "built-$name" build "$name" -DQT_WIN_PREFIX="$prefix"; done
 
 say "trimming and copying"
+if [ -n "$(ls -A "$out" 2>/dev/null)" ] && [ ! -e "$out/lib/cmake/Qt6" ]; then
+  die "$out is not empty, and holds no Qt: name another folder"
+fi
 finish_prefix
 rm -rf "$out"
 mkdir -p "$(dirname "$out")"

@@ -25,6 +25,12 @@ for needed in platforms/qwindows tls/qschannelbackend multimedia/windowsmediaplu
 done
 cp "$qt"/translations/qtbase_es.qm "$dir/translations" 2>/dev/null || echo "deploy: this Qt has no Spanish texts"
 
+# The licences of what goes along: Qt's, and the compiler's libraries.
+cp -r "$qt/licenses" "$dir/licenses"
+printf 'Tidewell uses Qt %s under the LGPL version 3, built from the source packages of Debian (packages.debian.org).\n' \
+  "$(sed -n 's/^set(PACKAGE_VERSION "\(.*\)")/\1/p' "$qt/lib/cmake/Qt6/Qt6ConfigVersionImpl.cmake")" \
+  >"$dir/licenses/NOTICE.txt"
+
 # Libraries that libraries need, until no more are found.
 imports() { "$triple-objdump" -p "$@" | sed -n 's/.*DLL Name: //p' | sort -u; }
 compiler=$("$triple-g++-posix" -print-file-name=libstdc++-6.dll)
@@ -40,3 +46,10 @@ while [ $found = yes ]; do
   done < <(find "$dir" -name '*.exe' -o -name '*.dll' | while read -r file; do imports "$file"; done | sort -u)
 done
 find "$dir" \( -name '*.exe' -o -name '*.dll' \) -exec "$triple-strip" --strip-unneeded {} +
+
+# What the installer put there, so that it removes that and nothing else: files first, then folders from the inside out.
+{
+  (cd "$dir" && find . -type f -printf '%P\n')
+  echo installed-files.txt
+  (cd "$dir" && find . -mindepth 1 -depth -type d -printf '%P\n')
+} | sed 's#/#\\#g; s/$/\r/' >"$dir/installed-files.txt"

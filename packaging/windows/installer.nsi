@@ -5,6 +5,7 @@ Target amd64-unicode
 Name "Tidewell"
 OutFile "${OUTPUT}"
 SetCompressor /SOLID lzma
+AllowSkipFiles off
 BrandingText "Tidewell ${VERSION}"
 
 !define MULTIUSER_EXECUTIONLEVEL Highest
@@ -75,29 +76,75 @@ VIAddVersionKey "LegalCopyright" "MIT license"
 !macroend
 
 Function .onInit
+  StrCpy $R0 $INSTDIR ; from /D=
   !insertmacro MULTIUSER_INIT
+  ${If} $R0 != ""
+    StrCpy $INSTDIR $R0
+  ${EndIf}
 FunctionEnd
 
+; It removes the installation that it lies in, whichever others there are.
 Function un.onInit
+  StrCpy $R0 $INSTDIR
   !insertmacro MULTIUSER_UNINIT
+  ReadRegStr $1 HKLM "Software\Quayside\Tidewell-Setup" "Folder"
+  ${If} $1 == $R0
+    Call un.MultiUser.InstallMode.AllUsers
+  ${Else}
+    Call un.MultiUser.InstallMode.CurrentUser
+  ${EndIf}
+  StrCpy $INSTDIR $R0
 FunctionEnd
 
-; What the program's folder holds, apart from an ffmpeg.exe and whatever else its owner has put there.
+; Removes what an installer has put into the folder, by its own list. What the owner has put there stays.
 !macro RemoveProgram
-  RMDir /r "$INSTDIR\plugins"
-  RMDir /r "$INSTDIR\translations"
-  Delete "$INSTDIR\Qt6*.dll"
-  Delete "$INSTDIR\lib*.dll"
-  Delete "$INSTDIR\qt.conf"
-  Delete "$INSTDIR\LICENSE"
-  Delete "$INSTDIR\tidewell.exe"
+  ${If} ${FileExists} "$INSTDIR\installed-files.txt"
+    FileOpen $1 "$INSTDIR\installed-files.txt" r
+    ${Do}
+      FileRead $1 $2
+      ${If} $2 == ""
+        ${ExitDo}
+      ${EndIf}
+      StrCpy $2 $2 -2 ; the end of the line
+      ${If} $2 != "installed-files.txt"
+        Delete "$INSTDIR\$2"
+        RMDir "$INSTDIR\$2" ; the folders come last; one that is not empty stays
+      ${EndIf}
+    ${Loop}
+    FileClose $1
+    Delete "$INSTDIR\installed-files.txt"
+  ${EndIf}
+!macroend
+
+; An installation of the other kind, or in another folder, goes: two of them would be upgraded one at a time.
+!macro RemoveOther ROOT
+  ReadRegStr $1 ${ROOT} "Software\Quayside\Tidewell-Setup" "Folder"
+  ${If} $1 != ""
+  ${AndIf} $1 != $INSTDIR
+  ${AndIf} ${FileExists} "$1\uninstall.exe"
+    ExecWait '"$1\uninstall.exe" /S _?=$1' $0
+    ${If} $0 != 0
+      DetailPrint "$1"
+      SetErrorLevel 2
+      Abort
+    ${EndIf}
+    Delete "$1\uninstall.exe"
+    RMDir "$1"
+  ${EndIf}
 !macroend
 
 Section "Tidewell"
   !insertmacro StopWhileRunning
+  !insertmacro RemoveOther HKLM
+  !insertmacro RemoveOther HKCU
   !insertmacro RemoveProgram ; the files of an older version that this one no longer has
   SetOutPath "$INSTDIR"
+  ClearErrors
   File /r "${SOURCE}\*"
+  ${If} ${Errors}
+    SetErrorLevel 2
+    Abort
+  ${EndIf}
   WriteUninstaller "$INSTDIR\uninstall.exe"
   CreateShortcut "$SMPROGRAMS\Tidewell.lnk" "$INSTDIR\tidewell.exe"
   WriteRegStr SHCTX "Software\Quayside\Tidewell-Setup" "Folder" "$INSTDIR"
@@ -117,10 +164,16 @@ Section "Uninstall"
   !insertmacro RemoveProgram
   Delete "$INSTDIR\uninstall.exe"
   RMDir "$INSTDIR" ; only when nothing of the owner's is left in it
-  Delete "$SMPROGRAMS\Tidewell.lnk"
-  DeleteRegKey SHCTX "${UNINSTALL_KEY}"
-  DeleteRegKey SHCTX "Software\Quayside\Tidewell-Setup"
-  DeleteRegValue HKCU "Software\Microsoft\Windows\CurrentVersion\Run" "Tidewell"
+  ReadRegStr $1 SHCTX "Software\Quayside\Tidewell-Setup" "Folder"
+  ${If} $1 == $INSTDIR
+    Delete "$SMPROGRAMS\Tidewell.lnk"
+    DeleteRegKey SHCTX "${UNINSTALL_KEY}"
+    DeleteRegKey SHCTX "Software\Quayside\Tidewell-Setup"
+  ${EndIf}
+  ReadRegStr $1 HKCU "Software\Microsoft\Windows\CurrentVersion\Run" "Tidewell"
+  ${If} $1 == '"$INSTDIR\tidewell.exe"'
+    DeleteRegValue HKCU "Software\Microsoft\Windows\CurrentVersion\Run" "Tidewell"
+  ${EndIf}
   ; Silent: the settings stay.
   MessageBox MB_YESNO|MB_ICONQUESTION|MB_DEFBUTTON2 "$(AskSettings)" /SD IDNO IDNO keep
   DeleteRegKey HKCU "Software\Quayside\Tidewell"

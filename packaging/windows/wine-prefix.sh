@@ -9,8 +9,14 @@ export WINEPREFIX=$prefix WINEDEBUG=-all
 # No .NET and no HTML engine (both would ask to be downloaded), no menu entries on the Linux side.
 export WINEDLLOVERRIDES="mscoree=;mshtml=;winemenubuilder.exe="
 unset DISPLAY WAYLAND_DISPLAY
+# Only what was begun here is thrown away: it could be somebody's own prefix.
+if [ -n "$(ls -A "$prefix" 2>/dev/null)" ] && [ ! -e "$prefix/.tidewell-begun" ]; then
+  echo "wine-prefix.sh: $prefix is not empty, and not made by this script" >&2
+  exit 1
+fi
 rm -rf "$prefix"
 mkdir -p "$prefix"
+touch "$prefix/.tidewell-begun"
 wine wineboot -u
 # Wine 8 poses as Windows 7 unless told otherwise.
 wine reg add 'HKCU\Software\Wine' /v Version /d win10 /f

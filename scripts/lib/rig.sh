@@ -14,7 +14,7 @@ cleanup() {
     kill "$pid" 2>/dev/null || continue
     within 5 gone "$pid" || kill -9 "$pid" 2>/dev/null || true
   done
-  for task in "${at_end[@]}"; do "$task"; done
+  for task in "${at_end[@]}"; do "$task" || say "$task failed"; done
   rm -rf "$rig"
   exit "$status"
 }
@@ -63,6 +63,16 @@ start_display() {
   # A window manager: windows get the keyboard's focus and a way to be closed.
   start windowmanager openbox --sm-disable
   within 15 xdotool getwindowfocus >/dev/null 2>&1 || give_up "the window manager did not start" windowmanager
+}
+
+# Fails when the file is shorter than so many seconds, or holds only silence.
+holds_sound() { # FILE SECONDS
+  local duration peak
+  duration=$(ffprobe -v error -show_entries format=duration -of default=nk=1:nw=1 "$1") || return 1
+  peak=$(ffmpeg -nostdin -hide_banner -i "$1" -af astats=measure_perchannel=none:measure_overall=Peak_level -f null - 2>&1 |
+    sed -n 's/.*Peak level dB: //p')
+  say "${1##*/}: $duration s, peak $peak dBFS"
+  awk -v d="$duration" -v p="${peak/-inf/-999}" -v s="$2" 'BEGIN { exit !(d >= s && p > -60) }'
 }
 
 # The program $program with the settings in $rig/config; its id in $tidewell.
