@@ -213,7 +213,7 @@ Si lo ha recibido, los avisos de silencio están bien configurados.</translation
 Either nothing was being logged then, or the recording has already been deleted by the retention policy.</source>
         <translation>Ninguna grabación incluye este momento: %1.
 
-O bien no se estaba registrando nada entonces, o la grabación ya se ha eliminado por la política de conservación.</translation>
+O bien no se estaba registrando nada entonces, o bien la grabación ya se eliminó según la política de conservación.</translation>
     </message>
     <message>
         <source>The file no longer exists:
@@ -460,7 +460,7 @@ O bien no se estaba registrando nada entonces, o la grabación ya se ha eliminad
     <name>LoopbackWorker</name>
     <message>
         <source>No playback device is available for loopback capture.</source>
-        <translation>No hay ningún dispositivo de reproducción para la captura en loopback.</translation>
+        <translation>No hay ninguna salida de audio para la captura en loopback.</translation>
     </message>
     <message>
         <source>Could not start loopback capture.</source>
@@ -848,7 +848,7 @@ O bien no se estaba registrando nada entonces, o la grabación ya se ha eliminad
     <name>RecordingTab</name>
     <message>
         <source>Playback device (loopback)</source>
-        <translation>Dispositivo de reproducción (loopback)</translation>
+        <translation>Salida de audio (loopback)</translation>
     </message>
     <message>
         <source>Input device</source>
@@ -880,7 +880,7 @@ O bien no se estaba registrando nada entonces, o la grabación ya se ha eliminad
     </message>
     <message>
         <source>Capture from:</source>
-        <translation>Capturar de:</translation>
+        <translation>Capturar desde:</translation>
     </message>
     <message>
         <source>Device:</source>
@@ -1312,7 +1312,7 @@ Archivo actual: %5
     </message>
     <message>
         <source>Keep recording for this long after the trigger releases, so brief gaps between links do not chop the archive into fragments.</source>
-        <translation>Sigue grabando durante este tiempo tras soltarse el disparo, para que las pausas breves entre intervenciones no dejen el archivo en fragmentos.</translation>
+        <translation>Sigue grabando durante este tiempo tras cesar el disparo, para que las pausas breves entre intervenciones no dejen el archivo en fragmentos.</translation>
     </message>
     <message>
         <source>Run-on:</source>
@@ -1488,7 +1488,7 @@ Archivo actual: %5
     </message>
     <message>
         <source>TRIG</source>
-        <translation>DISP</translation>
+        <translation>TRIG</translation>
     </message>
     <message>
         <source>CLIP</source>

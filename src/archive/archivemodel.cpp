@@ -132,8 +132,12 @@ bool ArchiveModel::lessThan(int leftRow, int rightRow, Column column) const
 {
     const Row& left = m_rows.at(leftRow);
     const Row& right = m_rows.at(rightRow);
+    // A damaged index may hold any length.
     const auto end = [](const Row& row) {
-        return row.startMs != Unknown && row.record.durationMs > 0 ? row.startMs + row.record.durationMs : Unknown;
+        const qint64 atMost = std::numeric_limits<qint64>::max() - std::max<qint64>(row.startMs, 0);
+        return row.startMs != Unknown && row.record.durationMs > 0
+                   ? row.startMs + std::min(row.record.durationMs, atMost)
+                   : Unknown;
     };
     switch (column) {
     case Stopped:

@@ -33,7 +33,8 @@ bool ArchiveRangeFilter::filterAcceptsRow(int row, const QModelIndex& parent) co
     if (!record.start.isValid())
         return false;
     const qint64 start = m_source->startMs(row);
-    return start <= m_toMs && start + std::max<qint64>(record.durationMs, 0) >= m_fromMs;
+    // Not by the sum of both: a damaged index may hold any length.
+    return start <= m_toMs && (start >= m_fromMs || record.durationMs >= m_fromMs - start);
 }
 
 bool ArchiveRangeFilter::lessThan(const QModelIndex& left, const QModelIndex& right) const

@@ -288,8 +288,9 @@ void ArchiveDialog::play(const RecordInfo& record, qint64 offsetMs)
 void ArchiveDialog::unload()
 {
     stopPlayback();
-    m_player->setSource({});
     m_loaded = {};
+    m_player->setSource({});
+    onPositionChanged(0);
 }
 
 void ArchiveDialog::onMediaStatusChanged(QMediaPlayer::MediaStatus status)
@@ -346,6 +347,7 @@ void ArchiveDialog::pausePlayback()
 void ArchiveDialog::stopPlayback()
 {
     m_pendingSeek = -1;
+    m_seekPatience.stop();
     m_player->stop();
     m_slider->setValue(0);
 }

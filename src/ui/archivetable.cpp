@@ -127,6 +127,8 @@ void ArchiveTable::selectPath(const QString& filePath)
         const QModelIndex index = m_filter->mapFromSource(m_model->index(row, 0));
         if (index.isValid())
             setCurrentIndex(index);
+        else
+            clearSelection(); // what is out of sight must not leave another row to be deleted
         return;
     }
 }

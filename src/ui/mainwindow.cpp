@@ -23,6 +23,7 @@
 #include "ui/vfdpanel.h"
 
 #include <QAction>
+#include <QApplication>
 #include <QCheckBox>
 #include <QClipboard>
 #include <QCloseEvent>
@@ -49,6 +50,13 @@ constexpr auto StartupCheckDelay = 8s;
 constexpr qint64 OverloadLineMs = 60'000;
 constexpr int BalloonMs = 4000;
 constexpr int SilenceBalloonMs = 10'000;
+
+/// Modal to the window alone: a dialog that is modal to everything takes the clicks on the tray icon too.
+int run(QDialog& dialog)
+{
+    dialog.setWindowModality(Qt::WindowModal);
+    return dialog.exec();
+}
 
 } // namespace
 
@@ -269,7 +277,8 @@ void MainWindow::showTriggerState()
 void MainWindow::openSettings()
 {
     const bool wasRecording = m_recorder->isRecording();
-    if (SettingsDialog(m_settings, this).exec() != QDialog::Accepted)
+    SettingsDialog dialog(m_settings, this);
+    if (run(dialog) != QDialog::Accepted)
         return;
     m_archive->setFolder(m_settings.outputFolder);
     if (wasRecording) {
@@ -284,7 +293,7 @@ void MainWindow::openSettings()
 void MainWindow::openScheduler()
 {
     SchedulerDialog dialog(m_settings.schedule, this);
-    if (dialog.exec() != QDialog::Accepted)
+    if (run(dialog) != QDialog::Accepted)
         return;
     m_settings.schedule = dialog.schedule();
     m_settings.save();
@@ -295,7 +304,8 @@ void MainWindow::openScheduler()
 
 void MainWindow::openArchive()
 {
-    ArchiveDialog(m_archive, this).exec();
+    ArchiveDialog dialog(m_archive, this);
+    run(dialog);
 }
 
 void MainWindow::toggleAuto(bool on)
@@ -390,7 +400,8 @@ void MainWindow::refreshStatus()
 
 void MainWindow::showAbout()
 {
-    AboutDialog(this).exec();
+    AboutDialog dialog(this);
+    run(dialog);
 }
 
 void MainWindow::runCaptureDiagnostics()
@@ -429,6 +440,8 @@ void MainWindow::bringToFront()
     showNormal();
     raise();
     activateWindow();
+    if (QWidget* dialog = QApplication::activeModalWidget())
+        dialog->showNormal();
 }
 
 bool MainWindow::eventFilter(QObject* watched, QEvent* event)
@@ -475,7 +488,7 @@ void MainWindow::closeEvent(QCloseEvent* event)
 CloseDialog::Choice MainWindow::askHowToClose()
 {
     CloseDialog dialog(m_tray != nullptr, m_recorder->isRecording(), this);
-    dialog.exec();
+    run(dialog);
     if (dialog.remember()) {
         m_settings.closeAction = dialog.choice();
         m_settings.save();
