@@ -40,7 +40,8 @@ int record(const QStringList& arguments)
     settings.outputFolder = arguments.value(2);
     settings.streamUrl = QStringLiteral("http://x");
     Recorder recorder(nullptr);
-    QObject::connect(&recorder, &Recorder::errorOccurred, qApp, [](const QString& text) { puts(qPrintable(text)); });
+    QObject::connect(&recorder, &Recorder::errorOccurred, QCoreApplication::instance(),
+                     [](const QString& text) { puts(qPrintable(text)); });
     return recorder.start() ? QCoreApplication::exec() : 1;
 }
 
