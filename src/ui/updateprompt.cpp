@@ -20,9 +20,9 @@ void UpdatePrompt::onUpdateAvailable(const UpdateInfo& info, bool silent)
         return;
     auto* dialog = new UpdateDialog(info, m_window);
     dialog->setAttribute(Qt::WA_DeleteOnClose);
-    connect(dialog, &UpdateDialog::skipRequested, this, [this, &settings, version = info.latestVersion] {
-        settings.skippedVersion = version;
-        settings.save();
+    connect(dialog, &UpdateDialog::skipRequested, this, [this, version = info.latestVersion] {
+        AppSettings::instance().skippedVersion = version;
+        AppSettings::instance().save();
         Q_EMIT logMessage(tr("Skipping version %1").arg(version));
     });
     dialog->open();
