@@ -8,13 +8,13 @@
 namespace {
 
 constexpr qint64 QuietSeconds = 15 * 60;
-constexpr int DefaultPort = 465;
 
 SmtpConfig smtpConfig(const AppSettings& settings)
 {
     SmtpConfig config;
     config.host = settings.smtpHost;
-    config.port = settings.smtpPort > 0 ? settings.smtpPort : DefaultPort;
+    if (settings.smtpPort > 0)
+        config.port = settings.smtpPort;
     config.user = settings.smtpUser;
     config.password = settings.smtpPass;
     config.from = settings.smtpFrom.isEmpty() ? settings.smtpUser : settings.smtpFrom;

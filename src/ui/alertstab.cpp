@@ -15,12 +15,6 @@
 #include <QSpinBox>
 #include <QVBoxLayout>
 
-namespace {
-
-constexpr int DefaultSmtpPort = 465;
-
-} // namespace
-
 AlertsTab::AlertsTab(AppSettings& settings, SettingsBinding& binding, QWidget* parent)
     : QWidget(parent),
       m_email(new QLineEdit),
@@ -50,7 +44,7 @@ AlertsTab::AlertsTab(AppSettings& settings, SettingsBinding& binding, QWidget* p
     m_port->setRange(1, 65535);
     binding.bind(m_port, settings.smtpPort);
     if (settings.smtpPort <= 0)
-        m_port->setValue(DefaultSmtpPort);
+        m_port->setValue(SmtpConfig().port);
     binding.bind(m_tls, settings.smtpTls);
     binding.bind(m_user, settings.smtpUser);
     m_password->setEchoMode(QLineEdit::Password);

@@ -3,6 +3,7 @@
 #include "app/appsettings.h"
 #include "archive/archiveindex.h"
 #include "archive/housekeeper.h"
+#include "capture/capturefactory.h"
 #include "encode/codecs.h"
 #include "engine/recorder.h"
 #include "engine/schedulecontroller.h"
@@ -388,8 +389,9 @@ void MainWindow::appendError(const QString& text)
 void MainWindow::refreshStatus()
 {
     lookForTray();
-    // The sound server is asked for the device's name when another one was chosen, not every time.
-    if (std::exchange(m_namedPlaybackId, m_settings.playbackId) != m_settings.playbackId)
+    // The sound server is asked for a device's name once, and only where that device is the source: it may be slow.
+    if (CaptureBackend(m_settings.backend) == CaptureBackend::Loopback &&
+        std::exchange(m_namedPlaybackId, m_settings.playbackId) != m_settings.playbackId)
         m_playbackLabel = StatusTexts::playbackLabel(m_settings.playbackId);
     m_panel->setSourceText(StatusTexts::source(m_settings, m_playbackLabel));
     m_panel->setCodecText(StatusTexts::codec(m_settings));

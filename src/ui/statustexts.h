@@ -11,7 +11,8 @@ public:
     /// Kind of source and its device or address. \param playbackLabel name of the playback device that the settings
     /// choose; empty for the default one.
     static QString source(const AppSettings& settings, const QString& playbackLabel);
-    /// That name, from the system; the id where it is not there. Empty for the default device.
+    /// That name, from the system, which may take 2 seconds to answer; the id where it is not there. Empty for the
+    /// default device.
     static QString playbackLabel(const QByteArray& playbackId);
     /// Codec, bit rate where it is one, and channels.
     static QString codec(const AppSettings& settings);
