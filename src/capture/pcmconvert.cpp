@@ -7,6 +7,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <cstring>
 #include <type_traits>
 
 namespace {
@@ -89,30 +90,40 @@ quint64 convertExactly(const uchar* in, qint64 count, uchar* out, const GainStag
     return overs;
 }
 
-/// Converts one group the short way. \return false when it has to go the exact way.
+/// Converts groups the short way, up to the first that has to go the exact way. \return how many.
 template <class Format>
-bool convertGroup(const QuickRound& quick, const uchar* in, uchar* out)
+qint64 convertGroups(const QuickRound& quick, const uchar* in, qint64 groups, uchar* out)
 {
+    constexpr int Group = QuickRound::Group;
     if constexpr (std::is_same_v<Format, Float32>)
-        return quick(in, out);
-    float samples[QuickRound::Group];
-    for (int i = 0; i < QuickRound::Group; ++i)
-        samples[i] = float(Format::read(in + i * Format::Bytes));
-    return quick(reinterpret_cast<const uchar*>(samples), out);
+        return quick(in, groups, out);
+    for (qint64 group = 0; group < groups; ++group, in += Group * Format::Bytes, out += Group * 2) {
+        float samples[Group];
+        for (int i = 0; i < Group; ++i)
+            samples[i] = float(Format::read(in + i * Format::Bytes));
+        qint16 rounded[Group];
+        if (quick(reinterpret_cast<const uchar*>(samples), 1, reinterpret_cast<uchar*>(rounded)) == 0)
+            return group;
+        std::memcpy(out, rounded, sizeof rounded);
+    }
+    return groups;
 }
 
 /// Does what convertExactly() does, but hands it only the groups that need it. `out` may be `in` where both are 16-bit.
 template <class Format>
 quint64 convertSamples(const uchar* in, qint64 count, uchar* out, const GainStage& stage)
 {
-    constexpr int Group = QuickRound::Group;
     const QuickRound quick(Format::Scale * stage.gain);
     quint64 overs = 0;
-    for (; count >= Group; count -= Group, in += Group * Format::Bytes, out += Group * 2) {
-        if (!convertGroup<Format>(quick, in, out))
-            overs += convertExactly<Format>(in, Group, out, stage);
+    while (count > 0) {
+        const qint64 done = convertGroups<Format>(quick, in, count / QuickRound::Group, out) * QuickRound::Group;
+        const qint64 exact = std::min<qint64>(count - done, QuickRound::Group);
+        overs += convertExactly<Format>(in + done * Format::Bytes, exact, out + done * 2, stage);
+        in += (done + exact) * Format::Bytes;
+        out += (done + exact) * 2;
+        count -= done + exact;
     }
-    return overs + convertExactly<Format>(in, count, out, stage);
+    return overs;
 }
 
 /// Decodes one frame into dstChannels values on the 16-bit scale.
