@@ -118,8 +118,10 @@ void TestVfdPanel::repaints()
     }
 
     for (const double level : {-12.0, -3.0, 0.0}) {
-        panel.setLevels(level, level - 9);
+        panel.setLevels(level - 20, level - 20);
         QVERIFY(isPart(watcher.takePainted(), QRect(262, 11, 624, 54)));
+        panel.setLevels(level, level - 9);
+        QVERIFY(QTest::qWaitFor([&] { return isPart(watcher.takePainted(), QRect(262, 11, 624, 54)); }));
         panel.resetLevels();
         QVERIFY(isPart(watcher.takePainted(), QRect(262, 11, 624, 54)));
     }

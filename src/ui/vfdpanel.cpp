@@ -47,11 +47,14 @@ void VfdPanel::setElapsedMs(qint64 ms)
     updateRegion(&Layout::clock);
 }
 
+/// Fifty readings a second come in; while the meter moves, it is painted as often as it falls.
 void VfdPanel::setLevels(double leftPeakDb, double rightPeakDb)
 {
     m_meter.rise(leftPeakDb, rightPeakDb, m_clock.elapsed());
+    if (m_decayTimer.isActive())
+        return;
     updateMeter();
-    if (!m_meter.isAtRest() && !m_decayTimer.isActive())
+    if (!m_meter.isAtRest())
         m_decayTimer.start();
 }
 
@@ -141,13 +144,12 @@ void VfdPanel::updateRegion(QRectF Layout::*region)
     update((VfdGeometry::layout(width()).*region).toAlignedRect());
 }
 
-/// Most readings light the same segments as the ones before.
+/// Most steps light the same segments as the one before.
 void VfdPanel::updateMeter()
 {
     const VfdGeometry::MeterLights before = std::exchange(m_lights, m_meter.lights());
     if (m_lights == before || !isVisible())
         return;
-    prepareSurface();
     update(m_painter.meterChange(before, m_lights).toAlignedRect());
 }
 
@@ -212,6 +214,8 @@ void VfdPanel::paintEvent(QPaintEvent* event)
 
     QPainter painter(this);
     m_painter.drawBackground(painter);
+    if (event->rect().contains(layout.meter.toAlignedRect()))
+        m_lights = m_meter.lights();
     if (isDirty(layout.meter))
         m_painter.drawMeter(painter, m_lights, event->rect());
     if (isDirty(layout.clock))
