@@ -530,14 +530,6 @@ O bien no se estaba registrando nada entonces, o bien la grabación ya se elimin
         <translation>Listo</translation>
     </message>
     <message>
-        <source>&lt;a href=&quot;update&quot; style=&quot;text-decoration:none; color:palette(link)&quot;&gt;v%1&lt;/a&gt;</source>
-        <translation>&lt;a href=&quot;update&quot; style=&quot;text-decoration:none; color:palette(link)&quot;&gt;v%1&lt;/a&gt;</translation>
-    </message>
-    <message>
-        <source>Version %1 - click to check for updates</source>
-        <translation>Versión %1: haga clic para buscar actualizaciones</translation>
-    </message>
-    <message>
         <source>Saved %1 (%2)</source>
         <translation>Guardado: %1 (%2)</translation>
     </message>
@@ -1474,6 +1466,17 @@ Archivo actual: %5
         <translation>No se pudieron buscar actualizaciones.
 
 %1</translation>
+    </message>
+</context>
+<context>
+    <name>VersionLabel</name>
+    <message>
+        <source>Version %1 - click to check for updates</source>
+        <translation>Versión %1: haga clic para buscar actualizaciones</translation>
+    </message>
+    <message>
+        <source>&lt;a href=&quot;update&quot; style=&quot;text-decoration:none; color:palette(link)&quot;&gt;v%1&lt;/a&gt;</source>
+        <translation>&lt;a href=&quot;update&quot; style=&quot;text-decoration:none; color:palette(link)&quot;&gt;v%1&lt;/a&gt;</translation>
     </message>
 </context>
 <context>

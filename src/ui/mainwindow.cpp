@@ -21,6 +21,7 @@
 #include "ui/statustexts.h"
 #include "ui/trayicon.h"
 #include "ui/updateprompt.h"
+#include "ui/versionlabel.h"
 #include "ui/vfdpanel.h"
 
 #include <QAction>
@@ -189,18 +190,9 @@ void MainWindow::buildStatusBar()
     m_triggerLabel = new QLabel;
     statusBar()->addPermanentWidget(m_triggerLabel);
 
-    m_versionLabel = new QLabel;
-    m_versionLabel->setToolTip(
-        tr("Version %1 - click to check for updates").arg(QCoreApplication::applicationVersion()));
-    connect(m_versionLabel, &QLabel::linkActivated, this, &MainWindow::checkForUpdates);
-    statusBar()->addPermanentWidget(m_versionLabel);
-    showVersion();
-}
-
-void MainWindow::showVersion()
-{
-    m_versionLabel->setText(tr("<a href=\"update\" style=\"text-decoration:none; color:palette(link)\">v%1</a>")
-                                .arg(QCoreApplication::applicationVersion()));
+    auto* version = new VersionLabel;
+    connect(version, &VersionLabel::linkActivated, this, &MainWindow::checkForUpdates);
+    statusBar()->addPermanentWidget(version);
 }
 
 void MainWindow::connectEngines()
@@ -468,9 +460,6 @@ bool MainWindow::event(QEvent* event)
 void MainWindow::changeEvent(QEvent* event)
 {
     QMainWindow::changeEvent(event);
-    // Rich text takes its colours from the palette once, when it is set.
-    if (event->type() == QEvent::PaletteChange && m_versionLabel)
-        showVersion();
     // Hiding a window while it is told of its new state leaves some window managers confused.
     if (event->type() == QEvent::WindowStateChange && m_tray && !m_settings.taskbarButton && isMinimized())
         QTimer::singleShot(0, this, &QWidget::hide);

@@ -67,7 +67,6 @@ private:
     void buildTray();
     void lookForTray();
     void buildStatusBar();
-    void showVersion();
     void connectEngines();
     void startRunning();
     void armStartupUpdateCheck();
@@ -96,7 +95,6 @@ private:
     QCheckBox* m_autoBox = nullptr;
     LogList* m_log = nullptr;
     QLabel* m_triggerLabel = nullptr;
-    QLabel* m_versionLabel = nullptr;
     QTimer m_statusTimer;
     QByteArray m_namedPlaybackId; ///< the device that m_playbackLabel names
     QString m_playbackLabel;
