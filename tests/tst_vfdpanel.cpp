@@ -6,6 +6,7 @@
 #include <QHelpEvent>
 #include <QPaintEvent>
 #include <QPainter>
+#include <QScreen>
 #include <QTest>
 #include <QToolTip>
 
@@ -125,6 +126,15 @@ void TestVfdPanel::repaints()
         panel.resetLevels();
         QVERIFY(isPart(watcher.takePainted(), QRect(262, 11, 624, 54)));
     }
+    // A steady tone at full scale is seen at full scale, and not lower by a step of the fall.
+    QVERIFY(QTest::qWaitFor([&] {
+        panel.setLevels(0.0, 0.0);
+        const QImage seen = panel.screen()->grabWindow(panel.winId(), 876, 30, 1, 1).toImage();
+        return seen.pixel(0, 0) == qRgb(0xff, 0x48, 0x38);
+    }));
+    panel.resetLevels();
+    watcher.takePainted();
+
     panel.setLevels(-50.0, -40.0);
     panel.resetLevels();
     QVERIFY(watcher.takePainted().isEmpty());

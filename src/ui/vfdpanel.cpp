@@ -155,10 +155,12 @@ void VfdPanel::updateMeter()
 
 void VfdPanel::decay()
 {
+    updateMeter(); // before the fall, so that what came in since the last step is shown in full
     m_meter.decay(m_clock.elapsed());
+    if (!m_meter.isAtRest())
+        return;
+    m_decayTimer.stop();
     updateMeter();
-    if (m_meter.isAtRest())
-        m_decayTimer.stop();
 }
 
 void VfdPanel::blink()
