@@ -15,6 +15,7 @@ public:
 
     /// Another folder is loaded at once; the same one changes nothing. An empty path means no folder.
     void setFolder(const QString& path);
+    const QString& folder() const { return m_folder; }
     /// Reads "records.json", then rescans. A missing or malformed file is an empty list before the scan.
     void load();
     /// Rewrites "records.json" whole or not at all, creating the folder if need be. Skips files in progress.

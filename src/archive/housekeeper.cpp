@@ -24,16 +24,25 @@ Housekeeper::Housekeeper(ArchiveIndex* index, QObject* parent) : QObject(parent)
     QTimer::singleShot(FirstPassDelay, this, &Housekeeper::runNow);
 }
 
-void Housekeeper::runNow()
+/// What began before it may go; invalid when everything is kept.
+QDateTime Housekeeper::cutOff()
 {
     const AppSettings& settings = AppSettings::instance();
-    if (!settings.housekeepingEnabled || settings.housekeepingDays < 1 || !m_index || !m_due.isEmpty())
+    if (!settings.housekeepingEnabled || settings.housekeepingDays < 1)
+        return {};
+    return QDateTime::currentDateTime().addDays(-settings.housekeepingDays);
+}
+
+void Housekeeper::runNow()
+{
+    const QDateTime oldest = cutOff();
+    if (!oldest.isValid() || !m_index || !m_due.isEmpty())
         return;
-    const QDateTime oldest = QDateTime::currentDateTime().addDays(-settings.housekeepingDays);
+    m_folder = m_index->folder();
     const QList<RecordInfo> records = m_index->records();
     for (const RecordInfo& record : records) {
         if (!record.inProgress && record.start.isValid() && record.start < oldest)
-            m_due << record.filePath;
+            m_due << record;
     }
     m_deleted = 0;
     if (!m_due.isEmpty())
@@ -42,9 +51,11 @@ void Housekeeper::runNow()
 
 void Housekeeper::deleteNext()
 {
-    const QString path = m_due.takeFirst();
-    if (QFile::remove(path)) {
-        m_index->removeRecord(path);
+    const RecordInfo record = m_due.takeFirst();
+    const QDateTime oldest = cutOff(); // the settings and the folder may be other ones by now
+    const bool isDue = oldest.isValid() && record.start < oldest && m_index->folder() == m_folder;
+    if (isDue && QFile::remove(record.filePath)) {
+        m_index->removeRecord(record.filePath);
         ++m_deleted;
     }
     if (!m_due.isEmpty()) {

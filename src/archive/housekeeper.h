@@ -1,7 +1,10 @@
 #pragma once
 
+#include "archive/recordinfo.h"
+
+#include <QDateTime>
+#include <QList>
 #include <QObject>
-#include <QStringList>
 #include <QTimer>
 
 class ArchiveIndex;
@@ -15,8 +18,9 @@ public:
     explicit Housekeeper(ArchiveIndex* index, QObject* parent = nullptr);
 
 public Q_SLOTS:
-    /// Begins a pass, as the settings are now, unless one is under way. Each file takes a turn of the event loop of its
-    /// own: a year's files at once, with the index rewritten after each, would keep the thread from the audio.
+    /// Begins a pass unless one is under way; what the settings keep meanwhile is kept. Each file takes a turn of the
+    /// event loop of its own: a year's files at once, with the index rewritten after each, would keep the thread from
+    /// the audio.
     void runNow();
 
 Q_SIGNALS:
@@ -24,10 +28,12 @@ Q_SIGNALS:
     void logMessage(const QString& text);
 
 private:
+    static QDateTime cutOff();
     void deleteNext();
 
     ArchiveIndex* m_index;
     QTimer m_timer;
-    QStringList m_due; ///< paths that this pass has yet to delete
+    QList<RecordInfo> m_due; ///< what this pass has yet to delete
+    QString m_folder; ///< that this pass is about
     int m_deleted = 0; ///< by this pass
 };
