@@ -835,6 +835,10 @@ O bien no se estaba registrando nada entonces, o bien la grabación ya se elimin
         <source>The audio source has ended by itself.</source>
         <translation>La fuente de audio ha terminado por sí sola.</translation>
     </message>
+    <message>
+        <source>%1 may be incomplete: %2</source>
+        <translation>Puede que %1 esté incompleto: %2</translation>
+    </message>
 </context>
 <context>
     <name>RecordingTab</name>

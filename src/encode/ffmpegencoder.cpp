@@ -62,6 +62,7 @@ QStringList FfmpegEncoder::arguments(const QString& path, const PcmFormat& forma
 bool FfmpegEncoder::open(const QString& path, const PcmFormat& format)
 {
     close();
+    m_errorString.clear();
     m_path = path;
     m_bytesWritten = 0;
     if (!ffmpegAvailable()) {
@@ -127,7 +128,8 @@ void FfmpegEncoder::close()
         syncToDisk(file);
 }
 
-/// Lets ffmpeg see the end of its input and write the rest, with less and less patience.
+/// Lets ffmpeg see the end of its input and write the rest, with less and less patience. That may be where it fails: a
+/// disk that is full shows late.
 void FfmpegEncoder::finishProcess()
 {
     if (isOpen()) {
@@ -140,5 +142,8 @@ void FfmpegEncoder::finishProcess()
             }
         }
     }
+    const bool isWhole = m_process->exitStatus() == QProcess::NormalExit && m_process->exitCode() == 0;
+    if (!isWhole && m_errorString.isEmpty())
+        m_errorString = reasonOfEnd(*m_process);
     m_process.reset();
 }

@@ -161,10 +161,11 @@ QString Recorder::freePath(const QDateTime& start) const
     const QDir folder(settings.outputFolder);
     const QString base = baseName(start);
     const QString extension = codecExtension(settings.codec);
-    QString path = folder.filePath(base + u'.' + extension);
+    QString path = folder.absoluteFilePath(base + u'.' + extension);
     for (int counter = 1; QFileInfo::exists(path); ++counter) {
-        path = folder.filePath(QStringLiteral("%1_%2.%3")
-                                   .arg(base, QStringLiteral("%1").arg(counter, 2, 10, QLatin1Char('0')), extension));
+        path = folder.absoluteFilePath(
+            QStringLiteral("%1_%2.%3")
+                .arg(base, QStringLiteral("%1").arg(counter, 2, 10, QLatin1Char('0')), extension));
     }
     return path;
 }
@@ -173,8 +174,11 @@ void Recorder::closeSegment()
 {
     if (!m_encoder)
         return;
+    const QString knownError = m_encoder->errorString();
     m_encoder->close();
     RecordInfo record = m_current;
+    if (m_encoder->errorString() != knownError)
+        Q_EMIT errorOccurred(tr("%1 may be incomplete: %2").arg(record.fileName, m_encoder->errorString()));
     record.durationMs = m_format.sampleRate > 0 ? m_fileFrames * 1000 / m_format.sampleRate : 0;
     record.bytes = QFileInfo(record.filePath).size();
     record.inProgress = false;
