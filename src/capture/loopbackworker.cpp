@@ -60,10 +60,13 @@ void LoopbackWorker::keepTime(milliseconds patience)
         const auto since = duration_cast<milliseconds>(now - m_coveredUntil);
         return Loopback::silenceFrames(since, m_format.sampleRate, patience);
     };
-    while (const qint64 frames = missing()) {
+    QByteArray silence; // shared by all the blocks of a long gap, which may wait for the recorder together
+    for (qint64 frames = missing(); frames > 0 && !stopRequested(); frames = missing()) {
         // Not until now: the part of a frame and of a millisecond that is left over counts next time, or an hour of
         // silence would become seconds shorter.
         m_coveredUntil += nanoseconds(frames * 1'000'000'000 / m_format.sampleRate);
-        Q_EMIT pcmReady(QByteArray(frames * m_format.frameBytes(), '\0'));
+        if (silence.size() != frames * m_format.frameBytes())
+            silence = QByteArray(frames * m_format.frameBytes(), '\0');
+        Q_EMIT pcmReady(silence);
     }
 }
