@@ -50,6 +50,8 @@ QList<SerialTrigger::Port> SerialTrigger::ports()
 
 SerialTrigger::SerialTrigger(Mode mode, QObject* parent) : TriggerSource(parent), m_mode(mode)
 {
+    // A coarse timer fires every 31 ms on Windows, and a short contact would be missed.
+    m_poll.setTimerType(Qt::PreciseTimer);
     m_poll.setInterval(PollInterval);
     connect(&m_poll, &QTimer::timeout, this, &SerialTrigger::pollControlLines);
 }
