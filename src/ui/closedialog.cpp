@@ -41,13 +41,13 @@ CloseDialog::CloseDialog(bool hasTray, bool recording, QWidget* parent)
         hasTray ? addChoice(tr("&Minimise to Tray"), QDialogButtonBox::AcceptRole, Minimise) : nullptr;
     QPushButton* exit = addChoice(tr("E&xit"), QDialogButtonBox::DestructiveRole, Exit);
     addChoice(tr("&Cancel"), QDialogButtonBox::RejectRole, Cancel);
-    (minimise ? minimise : exit)->setDefault(true);
 
     auto* layout = new QVBoxLayout(this);
     layout->setContentsMargins(24, 20, 24, 16);
     layout->addWidget(label);
     layout->addWidget(m_remember);
     layout->addWidget(buttons);
+    (minimise ? minimise : exit)->setDefault(true); // only a button inside of a dialog becomes the dialog's
 }
 
 bool CloseDialog::remember() const
