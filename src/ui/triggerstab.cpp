@@ -131,7 +131,6 @@ void TriggersTab::updateTriggerOptions()
     enableAll(m_commandControls, kind == TriggerKind::SerialText);
     enableAll(m_midiControls, kind == TriggerKind::Midi);
     m_runOn->setEnabled(kind != TriggerKind::None);
-    m_kind->setToolTip(serial && !SerialTrigger::isSupported()
-                           ? tr("This build was compiled without Qt SerialPort support.")
-                           : QString());
+    m_kind->setToolTip(SerialTrigger::isSupported() ? QString()
+                                                    : tr("This build was compiled without Qt SerialPort support."));
 }

@@ -216,8 +216,6 @@ void VfdPanel::paintEvent(QPaintEvent* event)
 
     QPainter painter(this);
     m_painter.drawBackground(painter);
-    if (event->rect().contains(layout.meter.toAlignedRect()))
-        m_lights = m_meter.lights();
     if (isDirty(layout.meter))
         m_painter.drawMeter(painter, m_lights, event->rect());
     if (isDirty(layout.clock))

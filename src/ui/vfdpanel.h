@@ -17,7 +17,7 @@ public:
 
 public Q_SLOTS:
     void setElapsedMs(qint64 ms);
-    /// In dBFS, as often as they come.
+    /// In dBFS, as often as they come. While the meter moves, a reading is seen within 50 ms.
     void setLevels(double leftPeakDb, double rightPeakDb);
     void setRecording(bool recording);
     void setAutoMode(bool on);
