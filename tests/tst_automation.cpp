@@ -189,14 +189,23 @@ private Q_SLOTS:
         index.addRecord(undeletable);
         index.setOpenFile(name(60));
         housekeeper.runNow();
-        m_settings.housekeepingEnabled = false; // while the first of two is gone
-        QTRY_COMPARE(lines, (QList<QVariantList>{{"Deleted 1 old recording(s)"}}));
-        QCOMPARE(files(), 3);
-        m_settings.housekeepingEnabled = true;
-        housekeeper.runNow();
-        QTRY_COMPARE(lines.size(), 2);
+        QTRY_COMPARE(lines, (QList<QVariantList>{{"Deleted 2 old recording(s)"}}));
         QCOMPARE(files(), 2);
         QVERIFY2(index.records().isEmpty(), "the scan leaves out the file that is being written");
+
+        // Switched off, or another folder, with the first of two gone: the other one stays.
+        for (int i = 0; i < 2; ++i) {
+            for (const QString& file : {name(-60), name(-3600)})
+                QVERIFY(QFile(m_folder->filePath(file)).open(QIODevice::WriteOnly));
+            m_settings.housekeepingEnabled = true;
+            index.setFolder(m_folder->path());
+            index.rescan();
+            lines.clear();
+            housekeeper.runNow();
+            i == 0 ? void(m_settings.housekeepingEnabled = false) : index.setFolder({});
+            QTRY_COMPARE(lines, (QList<QVariantList>{{"Deleted 1 old recording(s)"}}));
+            QCOMPARE(files(), 3);
+        }
     }
 
     void midiMessages_data()

@@ -52,9 +52,11 @@ void Housekeeper::runNow()
 void Housekeeper::deleteNext()
 {
     const RecordInfo record = m_due.takeFirst();
-    const QDateTime oldest = cutOff(); // the settings and the folder may be other ones by now
-    const bool isDue = oldest.isValid() && record.start < oldest && m_index->folder() == m_folder;
-    if (isDue && QFile::remove(record.filePath)) {
+    // The settings and the folder may be other ones by now.
+    const QDateTime oldest = cutOff();
+    if (!oldest.isValid() || m_index->folder() != m_folder)
+        m_due.clear();
+    else if (record.start < oldest && QFile::remove(record.filePath)) {
         m_index->removeRecord(record.filePath);
         ++m_deleted;
     }
