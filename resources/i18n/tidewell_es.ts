@@ -364,6 +364,10 @@ O bien no se estaba registrando nada entonces, o bien la grabación ya se elimin
         <source>ffmpeg does not keep up with the recording.</source>
         <translation>ffmpeg no puede seguir el ritmo de la grabación.</translation>
     </message>
+    <message>
+        <source>ffmpeg did not finish the file in time.</source>
+        <translation>ffmpeg no terminó el archivo a tiempo.</translation>
+    </message>
 </context>
 <context>
     <name>GeneralTab</name>

@@ -4,8 +4,8 @@
 
 #include <io.h>
 
-void syncToDisk(QFileDevice& file)
+bool syncToDisk(QFileDevice& file)
 {
     file.flush();
-    _commit(file.handle());
+    return _commit(file.handle()) == 0;
 }

@@ -14,7 +14,8 @@ public:
     virtual bool open(const QString& path, const PcmFormat& format) = 0;
     /// \param pcmS16 one block in the format given to open(). A block that failed is lost; the file stays open.
     virtual bool write(const QByteArray& pcmS16) = 0;
-    /// Finishes the file and waits until it is on the disk. Without effect while nothing is open.
+    /// Finishes the file and waits until it is on the disk. Without effect while nothing is open. Where that fails,
+    /// errorString() says so, unless it tells of an earlier failure already.
     virtual void close() = 0;
     virtual bool isOpen() const = 0;
     /// Bytes handed on since the last open().
@@ -26,6 +27,12 @@ public:
 protected:
     Encoder() = default;
     Q_DISABLE_COPY_MOVE(Encoder)
+    /// Keeps the first failure: those after it mostly follow from it.
+    void noteFailure(const QString& text)
+    {
+        if (m_errorString.isEmpty())
+            m_errorString = text;
+    }
 
     QString m_path;
     QString m_errorString;

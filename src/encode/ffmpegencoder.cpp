@@ -124,17 +124,18 @@ void FfmpegEncoder::close()
         return;
     m_bytesWritten = info.size();
     QFile file(m_path);
-    if (file.open(QIODevice::ReadWrite | QIODevice::ExistingOnly))
-        syncToDisk(file);
+    if (file.open(QIODevice::ReadWrite | QIODevice::ExistingOnly) && !syncToDisk(file))
+        noteFailure(qt_error_string());
 }
 
-/// Lets ffmpeg see the end of its input and write the rest, with less and less patience. That may be where it fails: a
-/// disk that is full shows late.
+/// Lets ffmpeg see the end of its input and write the rest, with less and less patience.
 void FfmpegEncoder::finishProcess()
 {
+    bool inTime = true;
     if (isOpen()) {
         m_process->closeWriteChannel();
-        if (!m_process->waitForFinished(ms(FinishTimeout))) {
+        inTime = m_process->waitForFinished(ms(FinishTimeout));
+        if (!inTime) {
             m_process->terminate();
             if (!m_process->waitForFinished(ms(TerminateTimeout))) {
                 m_process->kill();
@@ -142,8 +143,10 @@ void FfmpegEncoder::finishProcess()
             }
         }
     }
-    const bool isWhole = m_process->exitStatus() == QProcess::NormalExit && m_process->exitCode() == 0;
-    if (!isWhole && m_errorString.isEmpty())
-        m_errorString = reasonOfEnd(*m_process);
+    const bool succeeded = m_process->exitStatus() == QProcess::NormalExit && m_process->exitCode() == 0;
+    if (!inTime)
+        noteFailure(tr("ffmpeg did not finish the file in time."));
+    else if (!succeeded)
+        noteFailure(reasonOfEnd(*m_process));
     m_process.reset();
 }

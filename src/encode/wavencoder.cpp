@@ -81,8 +81,10 @@ void WavEncoder::close()
         return;
     const qint64 end = m_file.pos();
     m_file.seek(0);
-    m_file.write(header(m_format, m_dataBytes));
+    if (m_file.write(header(m_format, m_dataBytes)) < 0)
+        noteFailure(m_file.errorString());
     m_file.seek(qMax(end, qint64(HeaderBytes)));
-    syncToDisk(m_file);
+    if (!syncToDisk(m_file))
+        noteFailure(qt_error_string());
     m_file.close();
 }

@@ -174,11 +174,10 @@ void Recorder::closeSegment()
 {
     if (!m_encoder)
         return;
-    const QString knownError = m_encoder->errorString();
+    const bool hadFailed = !m_encoder->errorString().isEmpty();
     m_encoder->close();
+    const QString failure = hadFailed ? QString() : m_encoder->errorString();
     RecordInfo record = m_current;
-    if (m_encoder->errorString() != knownError)
-        Q_EMIT errorOccurred(tr("%1 may be incomplete: %2").arg(record.fileName, m_encoder->errorString()));
     record.durationMs = m_format.sampleRate > 0 ? m_fileFrames * 1000 / m_format.sampleRate : 0;
     record.bytes = QFileInfo(record.filePath).size();
     record.inProgress = false;
@@ -190,6 +189,8 @@ void Recorder::closeSegment()
         if (m_archive)
             m_archive->addRecord(record);
         Q_EMIT fileFinished(record);
+        if (!failure.isEmpty())
+            Q_EMIT errorOccurred(tr("%1 may be incomplete: %2").arg(record.fileName, failure));
     } else if (record.bytes == 0) {
         QFile::remove(record.filePath);
     }
