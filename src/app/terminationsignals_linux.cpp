@@ -2,6 +2,7 @@
 
 #include <QSocketNotifier>
 
+#include <cerrno>
 #include <csignal>
 #include <fcntl.h>
 #include <unistd.h>
@@ -13,8 +14,10 @@ int pipeEnds[2] = {-1, -1};
 
 void onSignal(int)
 {
+    const int savedErrno = errno;
     const char byte = 0;
     [[maybe_unused]] const auto written = write(pipeEnds[1], &byte, 1);
+    errno = savedErrno;
 }
 
 } // namespace

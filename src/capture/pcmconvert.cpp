@@ -101,7 +101,7 @@ qint64 convertGroups(const QuickRound& quick, const uchar* in, qint64 groups, uc
         float samples[Group];
         for (int i = 0; i < Group; ++i)
             samples[i] = float(Format::read(in + i * Format::Bytes));
-        qint16 rounded[Group];
+        qint16 rounded[Group]; // not in `out`, which may be `in`: a group in doubt is read once more
         if (quick(reinterpret_cast<const uchar*>(samples), 1, reinterpret_cast<uchar*>(rounded)) == 0)
             return group;
         std::memcpy(out, rounded, sizeof rounded);

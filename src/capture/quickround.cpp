@@ -27,8 +27,8 @@ QuickRound::QuickRound(double scale)
     m_less = usable ? float(scale * (1.0 - Margin)) : std::numeric_limits<float>::quiet_NaN();
 }
 
-// The wider vectors of newer processors, chosen when the program is loaded; the linker for Windows has no such choice.
-#if defined(__x86_64__) && defined(__ELF__) && !defined(__clang__)
+// The wider vectors of newer processors, chosen when the program is loaded, where the loader has that choice.
+#if defined(__x86_64__) && defined(__GLIBC__) && !defined(__clang__)
 #define ALSO_FOR_NEWER_PROCESSORS __attribute__((target_clones("arch=x86-64-v3", "default")))
 #else
 #define ALSO_FOR_NEWER_PROCESSORS
