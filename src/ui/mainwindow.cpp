@@ -24,13 +24,11 @@
 #include "ui/versionlabel.h"
 #include "ui/vfdpanel.h"
 
-#include <QAction>
 #include <QApplication>
 #include <QCheckBox>
 #include <QClipboard>
 #include <QCloseEvent>
 #include <QFileInfo>
-#include <QGuiApplication>
 #include <QHBoxLayout>
 #include <QIcon>
 #include <QLabel>
@@ -234,18 +232,12 @@ void MainWindow::startRunning()
     m_statusTimer.start(StatusInterval);
     synchroniseAutoMode();
     appendLog(tr("Tidewell started"));
-    if (!m_settings.geometry.isEmpty())
-        restoreGeometry(m_settings.geometry);
+    restoreGeometry(m_settings.geometry);
     QTimer::singleShot(0, m_schedule, &ScheduleController::evaluate);
-    armStartupUpdateCheck();
-    m_trigger->reload();
-    showTriggerState();
-}
-
-void MainWindow::armStartupUpdateCheck()
-{
     if (m_settings.checkAtStartup && UpdateChecker::isDue(m_settings.lastCheck, QDateTime::currentDateTime()))
         QTimer::singleShot(StartupCheckDelay, m_updates, [this] { m_updates->check(true); });
+    m_trigger->reload();
+    showTriggerState();
 }
 
 void MainWindow::synchroniseAutoMode()
@@ -417,7 +409,7 @@ void MainWindow::reportDiagnostics(const QStringList& lines)
 {
     for (const QString& line : lines)
         appendLog(line);
-    QGuiApplication::clipboard()->setText(lines.join(QLatin1Char('\n')));
+    QApplication::clipboard()->setText(lines.join(QLatin1Char('\n')));
     statusBar()->showMessage(tr("Diagnostics copied to the clipboard"));
 }
 

@@ -69,7 +69,6 @@ private:
     void buildStatusBar();
     void connectEngines();
     void startRunning();
-    void armStartupUpdateCheck();
     void synchroniseAutoMode();
     void showTriggerState();
     void bringToFront();
