@@ -52,7 +52,7 @@ private Q_SLOTS:
     {
         const auto [codec, lossless] = SegmentsJoinWithoutAGapRows::fetch();
         if (!AudioFiles::toolsAvailable())
-            QSKIP("ffmpeg is not here.");
+            QSKIP("There is no ffmpeg.exe here.");
         m_settings.codec = codec;
         m_settings.splitMinutes = 1;
         m_now = m_now.addSecs(-30);
