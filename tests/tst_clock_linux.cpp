@@ -19,7 +19,7 @@ QString fakeClock()
 {
     const QStringList machines = QDir("/usr/lib").entryList({"*-linux-gnu*"}, QDir::Dirs);
     for (const QString& machine : machines) {
-        if (const QString path = "/usr/lib/" + machine + "/faketime/libfaketime.so.1"; QFile::exists(path))
+        if (QString path = "/usr/lib/" + machine + "/faketime/libfaketime.so.1"; QFile::exists(path))
             return path;
     }
     return {};
