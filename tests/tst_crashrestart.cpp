@@ -25,6 +25,7 @@ int overflowStack(int depth)
 int crash(const QStringList& arguments)
 {
     if (arguments.value(1) == CrashRestart::RestartedArgument) {
+        std::fputs("Nobody reads this: who started the process that crashed has closed the pipe.\n", stderr);
         QFile file(qEnvironmentVariable(FolderVariable) + QStringLiteral("/restarted"));
         return file.open(QIODevice::WriteOnly) && file.write(arguments.mid(1).join(u' ').toUtf8()) > 0 ? 0 : 1;
     }

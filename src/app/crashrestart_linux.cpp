@@ -37,6 +37,10 @@ void CrashRestart::prepare()
     restartArguments[0] = qstrdup(QFile::encodeName(QCoreApplication::applicationFilePath()));
     restartArguments[1] = const_cast<char*>(RestartedArgument);
 
+    // Who reads our messages may go at any time. Neither this process nor the next, which inherits this, shall die of
+    // it.
+    std::signal(SIGPIPE, SIG_IGN);
+
     stack_t stack = {};
     stack.ss_sp = handlerStack;
     stack.ss_size = sizeof handlerStack;
