@@ -1082,6 +1082,10 @@ O bien no se estaba registrando nada entonces, o bien la grabación ya se elimin
         <source>This build was compiled without Qt SerialPort support.</source>
         <translation>Esta versión se compiló sin compatibilidad con Qt SerialPort.</translation>
     </message>
+    <message>
+        <source>the device is gone</source>
+        <translation>el dispositivo ya no está</translation>
+    </message>
 </context>
 <context>
     <name>SettingsDialog</name>

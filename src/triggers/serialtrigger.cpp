@@ -1,6 +1,7 @@
 #include "triggers/serialtrigger.h"
 
 #include "app/appsettings.h"
+#include "triggers/serialhangup.h"
 
 #include <QSerialPort>
 #include <QSerialPortInfo>
@@ -12,6 +13,7 @@ using namespace std::chrono_literals;
 namespace {
 
 constexpr auto PollInterval = 20ms;
+constexpr auto HangupCheckInterval = 1s;
 
 struct ControlLine {
     const char* name;
@@ -54,6 +56,8 @@ SerialTrigger::SerialTrigger(Mode mode, QObject* parent) : TriggerSource(parent)
     m_poll.setTimerType(Qt::PreciseTimer);
     m_poll.setInterval(PollInterval);
     connect(&m_poll, &QTimer::timeout, this, &SerialTrigger::pollControlLines);
+    m_hangupCheck.setInterval(HangupCheckInterval);
+    connect(&m_hangupCheck, &QTimer::timeout, this, &SerialTrigger::checkForHangup);
 }
 
 SerialTrigger::~SerialTrigger()
@@ -91,6 +95,7 @@ bool SerialTrigger::start()
         m_poll.start();
     } else {
         connect(m_port, &QSerialPort::readyRead, this, &SerialTrigger::readCommands);
+        m_hangupCheck.start();
     }
     if (!isActive()) // raising the lines found that the port is gone
         return false;
@@ -101,6 +106,7 @@ bool SerialTrigger::start()
 void SerialTrigger::stop()
 {
     m_poll.stop();
+    m_hangupCheck.stop();
     if (m_port) {
         m_port->disconnect(this);
         m_port->close();
@@ -132,10 +138,21 @@ void SerialTrigger::onPortError()
     const QSerialPort::SerialPortError error = m_port->error();
     if (error != QSerialPort::ReadError && error != QSerialPort::ResourceError && error != QSerialPort::PermissionError)
         return;
-    const QString text = tr("The serial port %1 was lost: %2").arg(m_port->portName(), m_port->errorString());
+    lose(m_port->errorString());
+}
+
+void SerialTrigger::checkForHangup()
+{
+    if (isHungUp(*m_port))
+        lose(tr("the device is gone"));
+}
+
+void SerialTrigger::lose(const QString& reason)
+{
     m_poll.stop();
+    m_hangupCheck.stop();
     m_port->close();
-    Q_EMIT errorOccurred(text);
+    Q_EMIT errorOccurred(tr("The serial port %1 was lost: %2").arg(m_port->portName(), reason));
 }
 
 void SerialTrigger::pollControlLines()

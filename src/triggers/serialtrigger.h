@@ -40,10 +40,13 @@ private Q_SLOTS:
 
 private:
     void onPortError();
+    void checkForHangup();
+    void lose(const QString& reason);
 
     Mode m_mode;
     QSerialPort* m_port = nullptr; ///< our child; null while stopped
     QTimer m_poll;
+    QTimer m_hangupCheck; ///< for text; the state of a line cannot be read any more
     SerialLines m_lines;
     std::optional<bool> m_lineState; ///< as last reported; none before the first poll
 };

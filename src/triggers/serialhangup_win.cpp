@@ -1,0 +1,6 @@
+#include "triggers/serialhangup.h"
+
+bool isHungUp(const QSerialPort& /*port*/)
+{
+    return false;
+}
