@@ -8,6 +8,8 @@
 bool syncToDisk(QFileDevice& file)
 {
     file.flush();
-    // Some file systems of other machines know no such call, which is no loss.
-    return fdatasync(file.handle()) == 0 || (errno != EIO && errno != ENOSPC && errno != EDQUOT);
+    if (TEMP_FAILURE_RETRY(fdatasync(file.handle())) == 0)
+        return true;
+    // Some network file systems know no such call, which is no loss.
+    return errno == EINVAL || errno == ENOSYS || errno == EOPNOTSUPP || errno == EROFS;
 }

@@ -124,7 +124,9 @@ void FfmpegEncoder::close()
         return;
     m_bytesWritten = info.size();
     QFile file(m_path);
-    if (file.open(QIODevice::ReadWrite | QIODevice::ExistingOnly) && !syncToDisk(file))
+    if (!file.open(QIODevice::ReadWrite | QIODevice::ExistingOnly))
+        noteFailure(file.errorString());
+    else if (!syncToDisk(file))
         noteFailure(qt_error_string());
 }
 

@@ -42,6 +42,7 @@ WavEncoder::~WavEncoder()
 bool WavEncoder::open(const QString& path, const PcmFormat& format)
 {
     close();
+    m_errorString.clear();
     m_format = format;
     m_dataBytes = 0;
     m_bytesWritten = 0;
