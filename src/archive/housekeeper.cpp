@@ -54,9 +54,9 @@ void Housekeeper::deleteNext()
     const RecordInfo record = m_due.takeFirst();
     // The settings and the folder may be other ones by now.
     const QDateTime oldest = cutOff();
-    if (!oldest.isValid() || m_index->folder() != m_folder)
+    if (!oldest.isValid() || m_index->folder() != m_folder) {
         m_due.clear();
-    else if (record.start < oldest && QFile::remove(record.filePath)) {
+    } else if (record.start < oldest && QFile::remove(record.filePath)) {
         m_index->removeRecord(record.filePath);
         ++m_deleted;
     }

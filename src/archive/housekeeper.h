@@ -18,9 +18,9 @@ public:
     explicit Housekeeper(ArchiveIndex* index, QObject* parent = nullptr);
 
 public Q_SLOTS:
-    /// Begins a pass unless one is under way. It ends early when the settings no longer ask for it. Each file takes a
-    /// turn of the event loop of its own: a year's files at once, with the index rewritten after each, would keep the
-    /// thread from the audio.
+    /// Begins a pass unless one is under way. It ends early when the settings no longer ask for it, or when the folder
+    /// is another one. Each file takes a turn of the event loop of its own: a year's files at once, with the index
+    /// rewritten after each, would keep the thread from the audio.
     void runNow();
 
 Q_SIGNALS:

@@ -35,6 +35,8 @@ TriggersTab::TriggersTab(AppSettings& settings, SettingsBinding& binding, QWidge
     m_kind->addItem(tr("Serial text command"), int(TriggerKind::SerialText));
     m_kind->addItem(tr("MIDI note or control change"), int(TriggerKind::Midi));
     binding.bind(m_kind, settings.triggerKind);
+    if (!SerialTrigger::isSupported())
+        m_kind->setToolTip(tr("This build was compiled without Qt SerialPort support."));
     connect(m_kind, &QComboBox::currentIndexChanged, this, &TriggersTab::updateTriggerOptions);
 
     auto* group = new QGroupBox(tr("External trigger"));
@@ -131,6 +133,4 @@ void TriggersTab::updateTriggerOptions()
     enableAll(m_commandControls, kind == TriggerKind::SerialText);
     enableAll(m_midiControls, kind == TriggerKind::Midi);
     m_runOn->setEnabled(kind != TriggerKind::None);
-    m_kind->setToolTip(SerialTrigger::isSupported() ? QString()
-                                                    : tr("This build was compiled without Qt SerialPort support."));
 }
