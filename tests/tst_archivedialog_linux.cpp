@@ -22,7 +22,7 @@
 namespace {
 
 constexpr int Rate = 44100;
-const QDateTime Start(QDate(2026, 3, 2), QTime(10, 0));
+const QDateTime Start(QDate(2020, 3, 2), QTime(10, 0));
 
 /// Each second of the tones has its own, 400 Hz, 500 Hz ...: which one the 50 ms from this sample on are of.
 int secondAt(const qint16* pcm)

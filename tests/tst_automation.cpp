@@ -135,7 +135,7 @@ private Q_SLOTS:
             else if (event == u'-')
                 Q_EMIT source->triggeredOff();
             else if (event == u'h')
-                QTest::qWait(1100);
+                QTest::qWait(2000);
             else
                 m_recorder->start();
         }
@@ -202,7 +202,10 @@ private Q_SLOTS:
             index.rescan();
             lines.clear();
             housekeeper.runNow();
-            i == 0 ? void(m_settings.housekeepingEnabled = false) : index.setFolder({});
+            if (i == 0)
+                m_settings.housekeepingEnabled = false;
+            else
+                index.setFolder({});
             QTRY_COMPARE(lines, (QList<QVariantList>{{"Deleted 1 old recording(s)"}}));
             QCOMPARE(files(), 3);
         }

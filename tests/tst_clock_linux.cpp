@@ -6,24 +6,13 @@
 #include "support/scriptedcapture.h"
 #include "support/table.h"
 
-#include <QDir>
+#include <QFile>
 #include <QProcess>
 #include <QTemporaryDir>
 
 using namespace std::chrono_literals;
 
 namespace {
-
-/// In the folder of the machine's architecture; empty when it is not installed.
-QString fakeClock()
-{
-    const QStringList machines = QDir("/usr/lib").entryList({"*-linux-gnu*"}, QDir::Dirs);
-    for (const QString& machine : machines) {
-        if (QString path = "/usr/lib/" + machine + "/faketime/libfaketime.so.1"; QFile::exists(path))
-            return path;
-    }
-    return {};
-}
 
 constexpr char UntilArgument[] = "--until";
 
@@ -76,7 +65,7 @@ int runEngines(const QDateTime& until, const QString& folder)
 
 } // namespace
 
-/// The clock moves for real: an hour a second, over midnight and through both daylight-saving changes.
+/// The clock moves for real: half an hour a second, over midnight and through both daylight-saving changes.
 class TestClock : public QObject {
     Q_OBJECT
 
@@ -98,7 +87,6 @@ private Q_SLOTS:
     void night()
     {
         const auto [from, until, story, minutes] = NightRows::fetch();
-        QVERIFY2(!fakeClock().isEmpty(), "libfaketime is missing; scripts/test installs it");
         QTemporaryDir folder;
         // A day and some minutes before midnight: due soon after midnight.
         QFile old(folder.filePath(QString(from.left(10)).remove(u'-') + "-002000.wav"));
@@ -106,8 +94,8 @@ private Q_SLOTS:
         QProcess process;
         QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
         environment.insert("TZ", "Europe/Berlin");
-        environment.insert("LD_PRELOAD", fakeClock());
-        environment.insert("FAKETIME", '@' + from + " x3600");
+        environment.insert("LD_PRELOAD", "/usr/$LIB/faketime/libfaketime.so.1"); // the loader knows what $LIB is
+        environment.insert("FAKETIME", '@' + from + " x1800");
         environment.insert("DONT_FAKE_MONOTONIC", "1");
         process.setProcessEnvironment(environment);
         process.start(QCoreApplication::applicationFilePath(), {UntilArgument, until, folder.path()});

@@ -75,7 +75,7 @@ private Q_SLOTS:
             FakeCapture capture(id);
             capture.start({44100, 1});
             delivered.acquire();
-            const QDeadlineTimer inTime(3000 + 500);
+            const QDeadlineTimer inTime(3000 + 2000);
             capture.stop();
             QVERIFY(!inTime.hasExpired());
             QTRY_COMPARE(capture.running, (QList<QVariantList>{{true}, {false}}));

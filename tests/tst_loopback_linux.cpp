@@ -60,7 +60,7 @@ private Q_SLOTS:
             pactl(state);
             Listener listener("program", {44100, 1});
             QTest::qWait(3000);
-            QVERIFY(qAbs(listener.heard.size() / 2 - 3 * 44100) < 44100 / 5);
+            QVERIFY(qAbs(listener.heard.size() / 2 - 3 * 44100) < 44100 / 2);
             QCOMPARE(listener.heard.count('\0'), listener.heard.size());
         }
     }
@@ -87,7 +87,7 @@ private Q_SLOTS:
         Listener listener("program");
         ::kill(pid_t(m_rig.processId()), SIGSTOP);
         QTRY_VERIFY(listener.heard.endsWith(QByteArray(2 * 44100 * 4, '\0'))); // it keeps time all the same
-        const QDeadlineTimer inTime(2000 + 500);
+        const QDeadlineTimer inTime(2000 + 2000);
         stopped.capture->stop();
         QCOMPARE(playbackDevices().size(), 0);
         QVERIFY(!inTime.hasExpired());

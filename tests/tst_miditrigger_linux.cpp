@@ -19,6 +19,7 @@ private Q_SLOTS:
         const QByteArray name = "tidewell-test-" + QByteArray::number(QCoreApplication::applicationPid());
         qputenv("JACK_DEFAULT_SERVER", name);
         qputenv("JACK_NO_START_SERVER", "1");
+        qputenv("ALSA_CONFIG_PATH", "/dev/null"); // its sequencer, where there is one, would come first
         m_jack.setProcessChannelMode(QProcess::MergedChannels);
     }
 

@@ -86,9 +86,10 @@ private Q_SLOTS:
         QTRY_VERIFY(!recorder.isRecording());
         m_settings.outputFolder = disk.path + "/sub";
         QVERIFY(!recorder.start());
-        QCOMPARE(errors, (QList<QVariantList>{{"Cannot start encoding: Read-only file system"},
-                                              {"Write failed: ffmpeg ended early (exit code 1)."},
-                                              {"Cannot create the output folder: " + m_settings.outputFolder}}));
+        QCOMPARE(errors.size(), 3);
+        QCOMPARE(errors[0][0].toString(), "Cannot start encoding: Read-only file system");
+        QVERIFY(errors[1][0].toString().startsWith("Write failed: ffmpeg ended early (exit code ")); // by its version
+        QCOMPARE(errors[2][0].toString(), "Cannot create the output folder: " + m_settings.outputFolder);
     }
 
     void diskFull_data()
@@ -159,6 +160,8 @@ private Q_SLOTS:
         archive.setFolder(folder.path());
         Recorder recorder(&archive, nullptr, m_environment);
         QSignalSpy errors(&recorder, &Recorder::errorOccurred);
+        qsizetype listed = 0;
+        connect(&recorder, &Recorder::errorOccurred, this, [&] { listed = archive.records().size(); });
 
         QVERIFY(recorder.start());
         QFile children(QStringLiteral("/proc/self/task/%1/children").arg(getpid()));
@@ -174,6 +177,7 @@ private Q_SLOTS:
         QCOMPARE(errors.size(), 1);
         QVERIFY2(errors[0][0].toString().endsWith(error), qPrintable(errors[0][0].toString()));
         QCOMPARE(archive.records().size(), 1);
+        QCOMPARE(listed, stopped ? 1 : 0);
     }
 
     void programKilled()

@@ -37,7 +37,7 @@ private Q_SLOTS:
         const QString tuesday = QString(34, u'0') + "11";
         row("two hours", tuesday, "2024-03-05T10:20:30", "2024-03-05T12:00:00");
         row("not scheduled", tuesday, "2024-03-05T12:00:00", "");
-        row("always", QString(168, u'1'), "2024-03-05T10:20:30", "2024-03-12T11:00:00");
+        row("always", QString(168, u'1'), "2024-02-06T10:20:30", "2024-02-13T11:00:00");
         row("over the week's end", u'1' + QString(166, u'0') + u'1', "2024-03-10T23:20:00", "2024-03-11T01:00:00");
     }
     void blockEnd()

@@ -82,6 +82,7 @@ private Q_SLOTS:
         QCoreApplication::setApplicationName(QStringLiteral("tst_settingsdialog"));
         QSettings::setPath(QSettings::NativeFormat, QSettings::UserScope, m_folder.path());
         qputenv("XDG_CONFIG_HOME", m_folder.path().toUtf8()); // where starting with the system is arranged
+        qputenv("PULSE_RUNTIME_PATH", m_folder.path().toUtf8()); // else it leaves a folder behind
         QVERIFY(QDir().mkpath(m_folder.path()));
         m_settings.outputFolder = m_folder.filePath(QStringLiteral("recordings"));
         m_settings.deviceId = "gone";

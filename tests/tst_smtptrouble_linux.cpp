@@ -99,7 +99,7 @@ private Q_SLOTS:
         const auto [index, entry, message] = Outcomes::fetch();
         m_peer->script[index] = entry;
         const bool success = message == Sent;
-        SmtpClient client(nullptr, message == TimedOut ? 150ms : 10s);
+        SmtpClient client(nullptr, message == TimedOut ? 400ms : 10s);
         QSignalSpy finished(&client, &SmtpClient::finished);
         client.send(m_config, m_to, {}, {});
         QVERIFY(finished.wait());
@@ -125,7 +125,7 @@ private Q_SLOTS:
         const auto [index, entry, message] = Outcomes::fetch();
         m_peer->script.resize(index);
         m_peer->script << entry;
-        SmtpClient client(nullptr, 1s);
+        SmtpClient client(nullptr, message == TimedOut ? 1s : 10s);
         QSignalSpy finished(&client, &SmtpClient::finished);
         client.send(m_config, m_to, {}, {});
         QTRY_COMPARE(finished, QList<QVariantList>({{false, message}}));
@@ -180,19 +180,19 @@ private Q_SLOTS:
     /// Out of the answer to a lost connection; the second has its own time, not the rest of the first's.
     void sendAfterLostConnection()
     {
-        SmtpClient client(nullptr, 1s);
+        SmtpClient client(nullptr, 2s);
         QSignalSpy finished(&client, &SmtpClient::finished);
         const auto send = [&] { client.send(m_config, m_to, {}, {}); };
         m_peer->script[1].clear();
         send();
         QTRY_COMPARE(m_peer->heard.size(), 1);
-        QTest::qWait(600);
+        QTest::qWait(1200);
         m_peer->script[1] = "250 ok";
         m_peer->script[5].clear();
         connect(&client, &SmtpClient::finished, this, send, Qt::SingleShotConnection);
         m_peer->socket->abort();
         QTRY_COMPARE(m_peer->heard.size(), 5);
-        QTest::qWait(600);
+        QTest::qWait(1200);
         QCOMPARE(finished.size(), 1);
         QTRY_COMPARE(finished, QList<QVariantList>({{false, Closed}, {false, TimedOut}}));
     }

@@ -127,7 +127,7 @@ private Q_SLOTS:
         const QByteArray arch = QSysInfo::currentCpuArchitecture().toUtf8();
         const QByteArray line = "GET /latest?current=1.9.2&platform=windows&arch=" + arch + " HTTP/1.1\r\n";
         QVERIFY2(requests.at(0).startsWith(line), requests.at(0));
-        QVERIFY2(requests.at(0).contains("\r\nUser-Agent: Tidewell/1.9.2\r\n"), requests.at(0));
+        QVERIFY2(requests.at(0).toLower().contains("\r\nuser-agent: tidewell/1.9.2\r\n"), requests.at(0));
         checker.check(false); // and dies meanwhile
     }
 
