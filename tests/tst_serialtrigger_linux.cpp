@@ -1,7 +1,9 @@
 #include "app/appsettings.h"
 #include "support/table.h"
+#include "triggers/serialhangup.h"
 #include "triggers/serialtrigger.h"
 
+#include <QSerialPort>
 #include <QSignalSpy>
 
 #include <cerrno>
@@ -141,6 +143,16 @@ private Q_SLOTS:
         QVERIFY(std::clock() - before < CLOCKS_PER_SEC / 10);
         QCOMPARE(errors.size(), 1);
         QVERIFY(errors[0][0].toString().startsWith("The serial port pts/"));
+    }
+
+    /// What the trigger asks where Qt does not tell.
+    void hangup()
+    {
+        QSerialPort port(m_settings.serialPort);
+        QVERIFY(port.open(QIODevice::ReadWrite));
+        QVERIFY(!isHungUp(port));
+        close(m_peer);
+        QVERIFY(isHungUp(port));
     }
 
     void refusesToStart()

@@ -16,7 +16,8 @@ void install(const bool& wanted);
 /// prepared by install(), and only then does it do anything.
 void restart();
 
-/// The platform's part of install(): makes what restart() uses, and room for a handler after a stack overflow.
+/// The platform's part of install(): makes what restart() uses, and room for a handler after a stack overflow. On Linux
+/// it also has this process and the new one ignore SIGPIPE.
 void prepare();
 /// The same: has `handler` called when the process gets this signal.
 void handle(int signalNumber, void (*handler)(int));

@@ -11,5 +11,5 @@ bool syncToDisk(QFileDevice& file)
     if (TEMP_FAILURE_RETRY(fdatasync(file.handle())) == 0)
         return true;
     // Some network file systems know no such call, which is no loss.
-    return errno == EINVAL || errno == ENOSYS || errno == EOPNOTSUPP || errno == EROFS;
+    return errno == EINVAL || errno == ENOSYS || errno == EOPNOTSUPP;
 }

@@ -46,7 +46,7 @@ private:
     Mode m_mode;
     QSerialPort* m_port = nullptr; ///< our child; null while stopped
     QTimer m_poll;
-    QTimer m_hangupCheck; ///< for text; the state of a line cannot be read any more
+    QTimer m_hangupCheck; ///< for text only: a line that is watched tells at the next look
     SerialLines m_lines;
     std::optional<bool> m_lineState; ///< as last reported; none before the first poll
 };
