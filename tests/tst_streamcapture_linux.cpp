@@ -69,7 +69,8 @@ struct Listener {
             audio += block;
         });
     }
-    /// Whether there are about so many milliseconds of silence at this place. Timers are 5 % early at most.
+    /// Whether there are about so many milliseconds of silence at this place. Timers are 5 % early, and time is
+    /// counted in whole milliseconds.
     bool isSilent(qsizetype at, qint64 ms) const
     {
         const auto sound = std::find_if(audio.begin() + at, audio.end(), [](char byte) { return byte != 0; });
