@@ -28,4 +28,8 @@ output=$(mktemp)
 trap 'rm -f "$output"' EXIT
 wine "$@" >"$output" 2>&1 <&0 &
 tail --pid=$! -n +1 -s 0.05 -f "$output"
-wait $!
+status=0
+wait $! || status=$?
+# Wine kills what has ended and then takes over half a second to leave; a test has told its result by then.
+if [ $status = 137 ] && grep -q '^Totals: [0-9]* passed, 0 failed,' "$output"; then status=0; fi
+exit $status
