@@ -32,8 +32,7 @@ private Q_SLOTS:
             if (endpoint.name == "Monitor of Program")
                 monitor = endpoint.id;
         });
-        if (monitor.isEmpty())
-            QSKIP("there is no sound server with the device \"Program\"");
+        QVERIFY2(!monitor.isEmpty(), "the sound server of scripts/build-windows is missing");
         QAudioFormat format; // Wine's own, which nothing needs to convert
         format.setSampleFormat(QAudioFormat::Float);
         format.setChannelCount(2);

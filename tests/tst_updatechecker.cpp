@@ -68,7 +68,7 @@ private Q_SLOTS:
         const QString expected = std::get<1>(Outcomes::fetch());
         const bool tls = expected == InsecureRedirect;
         if (tls && !TlsServer::canEncrypt())
-            QSKIP("openssl is not here.");
+            QSKIP("Wine has no openssl to make a certificate.");
         TlsServer service;
         QByteArrayList requests;
         QVERIFY(service.listen(QHostAddress::LocalHost));

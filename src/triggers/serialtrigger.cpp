@@ -54,10 +54,10 @@ SerialTrigger::SerialTrigger(Mode mode, QObject* parent) : TriggerSource(parent)
 {
     // A coarse timer fires every 31 ms on Windows, and a short contact would be missed.
     m_poll.setTimerType(Qt::PreciseTimer);
-    m_poll.setInterval(PollInterval);
-    connect(&m_poll, &QTimer::timeout, this, &SerialTrigger::pollControlLines);
-    m_hangupCheck.setInterval(HangupCheckInterval);
-    connect(&m_hangupCheck, &QTimer::timeout, this, &SerialTrigger::checkForHangup);
+    const bool watchesLine = mode == Mode::ControlLine;
+    m_poll.setInterval(watchesLine ? PollInterval : HangupCheckInterval);
+    connect(&m_poll, &QTimer::timeout, this,
+            watchesLine ? &SerialTrigger::pollControlLines : &SerialTrigger::checkForHangup);
 }
 
 SerialTrigger::~SerialTrigger()
@@ -92,13 +92,12 @@ bool SerialTrigger::start()
         // They can feed the contact that closes onto the watched input.
         m_port->setDataTerminalReady(true);
         m_port->setRequestToSend(true);
-        m_poll.start();
     } else {
         connect(m_port, &QSerialPort::readyRead, this, &SerialTrigger::readCommands);
-        m_hangupCheck.start();
     }
     if (!isActive()) // raising the lines found that the port is gone
         return false;
+    m_poll.start();
     Q_EMIT logMessage(tr("Trigger listening on %1").arg(description()));
     return true;
 }
@@ -106,7 +105,6 @@ bool SerialTrigger::start()
 void SerialTrigger::stop()
 {
     m_poll.stop();
-    m_hangupCheck.stop();
     if (m_port) {
         m_port->disconnect(this);
         m_port->close();
@@ -150,7 +148,6 @@ void SerialTrigger::checkForHangup()
 void SerialTrigger::lose(const QString& reason)
 {
     m_poll.stop();
-    m_hangupCheck.stop();
     m_port->close();
     Q_EMIT errorOccurred(tr("The serial port %1 was lost: %2").arg(m_port->portName(), reason));
 }

@@ -45,8 +45,7 @@ private:
 
     Mode m_mode;
     QSerialPort* m_port = nullptr; ///< our child; null while stopped
-    QTimer m_poll;
-    QTimer m_hangupCheck; ///< for text only: a line that is watched tells at the next look
+    QTimer m_poll; ///< looks at the watched line, or in text mode whether the port is still there
     SerialLines m_lines;
     std::optional<bool> m_lineState; ///< as last reported; none before the first poll
 };

@@ -3,7 +3,6 @@
 #include <QJsonArray>
 #include <QJsonDocument>
 #include <QProcess>
-#include <QStandardPaths>
 
 namespace {
 
@@ -17,16 +16,6 @@ QByteArray output(const QString& program, const QStringList& arguments)
 }
 
 } // namespace
-
-bool AudioFiles::toolsAvailable()
-{
-#ifdef Q_OS_WIN // Wine has none
-    return !QStandardPaths::findExecutable(QStringLiteral("ffmpeg")).isEmpty() &&
-           !QStandardPaths::findExecutable(QStringLiteral("ffprobe")).isEmpty();
-#else // installed before the tests are built; without them a test is to fail
-    return true;
-#endif
-}
 
 QJsonObject AudioFiles::probe(const QString& path)
 {

@@ -7,9 +7,6 @@
 /// What well-known programs see in an audio file.
 namespace AudioFiles {
 
-/// Whether ffmpeg and ffprobe are there: under Wine they are not.
-bool toolsAvailable();
-
 /// The audio stream and the format as ffprobe reports them, merged; empty when it refuses the file.
 QJsonObject probe(const QString& path);
 /// The file's audio as S16LE, decoded by ffmpeg, without any conversion of rate or channels.
