@@ -51,7 +51,7 @@ private Q_SLOTS:
         const auto [server, name, password, trusted, message] = OutcomeRows::fetch();
         const QString endpoint = m_endpoints.at(server);
         if (endpoint == "-")
-            QSKIP("TLS from the first byte is spoken on port 465 only, and nothing can listen there");
+            QSKIP("TLS from the first byte is spoken on port 465 only, and the server cannot listen there");
         const QString host = server == Tls ? endpoint : name;
         const int port = server == Tls ? 465 : endpoint.toInt();
         const bool success = message == "Notification sent.";

@@ -127,9 +127,8 @@ private Q_SLOTS:
         const QByteArray arch = QSysInfo::currentCpuArchitecture().toUtf8();
         const QByteArray line = "GET /latest?current=1.9.2&platform=windows&arch=" + arch + " HTTP/1.1\r\n";
         QVERIFY2(requests.at(0).startsWith(line), requests.at(0));
-        // Newer versions of Qt write the names of headers in lower case.
-        const QByteArray request = QByteArray(requests.at(0)).replace("user-agent:", "User-Agent:");
-        QVERIFY2(request.contains("\r\nUser-Agent: Tidewell/1.9.2\r\n"), request);
+        // In lower case, as newer versions of Qt write the names of headers.
+        QVERIFY2(requests.at(0).toLower().contains("\r\nuser-agent: tidewell/1.9.2\r\n"), requests.at(0));
         checker.check(false); // and dies meanwhile
     }
 

@@ -8,7 +8,7 @@
 bool syncToDisk(QFileDevice& file)
 {
     file.flush();
-    if (_commit(file.handle()) == 0)
+    if (FlushFileBuffers(HANDLE(_get_osfhandle(file.handle()))))
         return true;
     // Some network file systems know no such call, which is no loss.
     const DWORD error = GetLastError();

@@ -124,9 +124,8 @@ void FfmpegEncoder::close()
         return;
     m_bytesWritten = info.size();
     QFile file(m_path);
-    if (!file.open(QIODevice::ReadWrite | QIODevice::ExistingOnly))
-        noteFailure(file.errorString());
-    else if (!syncToDisk(file))
+    // It may not open, since a virus scanner may be at it already. The system then writes it in its own time.
+    if (file.open(QIODevice::ReadWrite | QIODevice::ExistingOnly) && !syncToDisk(file))
         noteFailure(qt_error_string());
 }
 

@@ -24,7 +24,8 @@ public:
 
     bool open(const QString& path, const PcmFormat& format) override;
     bool write(const QByteArray& pcmS16) override;
-    /// Waits up to 18 s for ffmpeg to finish the file, then kills it. bytesWritten() is the file's size from then on.
+    /// Waits up to 18 s for ffmpeg to finish the file, then kills it and waits 3 s more at most. bytesWritten() is the
+    /// file's size from then on.
     void close() override;
     bool isOpen() const override;
 

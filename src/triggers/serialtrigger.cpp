@@ -130,7 +130,6 @@ QString SerialTrigger::description() const
              settings.serialInvert ? tr(", inverted") : QString());
 }
 
-/// A port whose other end is gone reports the same error again without end, a hundred thousand times a second.
 void SerialTrigger::onPortError()
 {
     const QSerialPort::SerialPortError error = m_port->error();
@@ -145,6 +144,8 @@ void SerialTrigger::checkForHangup()
         lose(tr("the device is gone"));
 }
 
+/// Closes it, because a port whose other end is gone reports the same error, or nothing to read, again without end, a
+/// hundred thousand times a second.
 void SerialTrigger::lose(const QString& reason)
 {
     m_poll.stop();
