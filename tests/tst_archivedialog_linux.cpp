@@ -1,5 +1,4 @@
 #include "archive/archiveindex.h"
-#include "archive/archivemodel.h"
 #include "support/pulserig_linux.h"
 #include "ui/archivedialog.h"
 #include "ui/archivetable.h"

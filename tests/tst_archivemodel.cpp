@@ -1,10 +1,10 @@
 #include "archive/archiveindex.h"
 #include "archive/archivemodel.h"
 #include "archive/archiverangefilter.h"
+#include "support/table.h"
 
 #include <QAbstractItemModelTester>
 #include <QTemporaryDir>
-#include <QTest>
 
 namespace {
 
@@ -17,6 +17,8 @@ QDateTime at(const char* time)
 
 class TestArchiveModel : public QObject {
     Q_OBJECT
+
+    using RangeRows = Table<QDateTime, QDateTime, QStringList>;
 
 private Q_SLOTS:
     void init()
@@ -52,24 +54,19 @@ private Q_SLOTS:
 
     void rangeShowsWhatOverlaps_data()
     {
-        QTest::addColumn<QDateTime>("from");
-        QTest::addColumn<QDateTime>("to");
-        QTest::addColumn<QStringList>("files");
-        const QString hour = QStringLiteral("hour.wav"), open = QStringLiteral("open.wav");
-        QTest::newRow("touches the end") << at("11:00:00") << at("12:00:00") << QStringList{hour};
-        QTest::newRow("just after the end") << at("11:00:01") << at("12:00:00") << QStringList{};
-        QTest::newRow("touches the start") << at("09:00:00") << at("10:00:00") << QStringList{hour, open};
-        QTest::newRow("unknown length") << at("10:30:00") << at("11:00:00") << QStringList{hour};
-        QTest::newRow("no range") << at("10:30:00") << QDateTime()
-                                  << QStringList{hour, open, QStringLiteral("late.wav"), QStringLiteral("undated.wav")};
+        const RangeRows row;
+        const QString hour = "hour.wav", open = "open.wav";
+        row("touches the end", at("11:00:00"), at("12:00:00"), {hour});
+        row("just after the end", at("11:00:01"), at("12:00:00"), {});
+        row("touches the start", at("09:00:00"), at("10:00:00"), {hour, open});
+        row("unknown length", at("10:30:00"), at("11:00:00"), {hour});
+        row("no range", at("10:30:00"), {}, {hour, open, "late.wav", "undated.wav"});
     }
-
     void rangeShowsWhatOverlaps()
     {
-        QFETCH(const QDateTime, from);
-        QFETCH(const QDateTime, to);
+        const auto [from, to, files] = RangeRows::fetch();
         m_filter->setRange(from, to);
-        QTEST(filesShown(), "files");
+        QCOMPARE(filesShown(), files);
     }
 
     void sortsByValues()
@@ -85,13 +82,7 @@ private Q_SLOTS:
 private:
     void add(const char* name, const QDateTime& start, qint64 durationMs)
     {
-        RecordInfo record;
-        record.fileName = QLatin1String(name);
-        record.filePath = m_folder->filePath(record.fileName);
-        record.start = start;
-        record.durationMs = durationMs;
-        record.bytes = 2000;
-        m_index->addRecord(record);
+        m_index->addRecord({name, m_folder->filePath(name), start, durationMs, 2000, false});
     }
 
     QStringList filesShown() const

@@ -182,11 +182,7 @@ private Q_SLOTS:
         housekeeper.runNow();
         QCOMPARE(files(), 4);
         m_settings.housekeepingDays = 365;
-        RecordInfo undeletable;
-        undeletable.fileName = "gone.mp3";
-        undeletable.filePath = m_folder->filePath("gone.mp3");
-        undeletable.start = limit.addDays(-1);
-        index.addRecord(undeletable);
+        index.addRecord({"gone.mp3", m_folder->filePath("gone.mp3"), limit.addDays(-1), 0, 0, false}); // undeletable
         index.setOpenFile(name(60));
         housekeeper.runNow();
         QTRY_COMPARE(lines, (QList<QVariantList>{{"Deleted 2 old recording(s)"}}));

@@ -2,6 +2,7 @@
 #include "engine/recorder.h"
 #include "net/silencealert.h"
 #include "net/updatechecker.h"
+#include "support/table.h"
 #include "ui/capturediagnostics.h"
 #include "ui/loglist.h"
 #include "ui/mainwindow.h"
@@ -15,7 +16,6 @@
 #include <QSignalSpy>
 #include <QTcpServer>
 #include <QTemporaryDir>
-#include <QTest>
 #include <QTimer>
 
 namespace {
@@ -29,6 +29,8 @@ int linesWith(const LogList& log, const QString& text)
 
 class TestMainWindow : public QObject {
     Q_OBJECT
+
+    using OfferRows = Table<bool, bool, bool>; // silent, critical, shown
 
 private Q_SLOTS:
     void initTestCase()
@@ -100,19 +102,14 @@ private Q_SLOTS:
 
     void offersAnUpdate_data()
     {
-        QTest::addColumn<bool>("silent");
-        QTest::addColumn<bool>("critical");
-        QTest::addColumn<bool>("shown");
-        QTest::newRow("skipped, silent") << true << false << false;
-        QTest::newRow("skipped, but asked for") << false << false << true;
-        QTest::newRow("skipped, but critical") << true << true << true;
+        const OfferRows row;
+        row("skipped, silent", true, false, false);
+        row("skipped, but asked for", false, false, true);
+        row("skipped, but critical", true, true, true);
     }
-
     void offersAnUpdate()
     {
-        QFETCH(const bool, silent);
-        QFETCH(const bool, critical);
-        QFETCH(const bool, shown);
+        const auto [silent, critical, shown] = OfferRows::fetch();
         AppSettings::instance().skippedVersion = QStringLiteral("2.0");
         UpdateInfo info;
         info.latestVersion = QStringLiteral("2.0");

@@ -1,15 +1,18 @@
+#include "support/table.h"
 #include "ui/schedulerdialog.h"
 #include "ui/schedulergrid.h"
 
 #include <QHeaderView>
 #include <QPushButton>
 #include <QSignalSpy>
-#include <QTest>
 
 using Way = QList<QPoint>; // day and hour
 
 class TestScheduler : public QObject {
     Q_OBJECT
+
+    /// Pressed on the first cell of the way, and each of the others is one move.
+    using DragRows = Table<Qt::MouseButton, Way, Way, int>; // button, way, marked afterwards, signals
 
     std::unique_ptr<SchedulerGrid> m_grid;
 
@@ -25,21 +28,17 @@ private Q_SLOTS:
 
     void drag_data()
     {
-        QTest::addColumn<Qt::MouseButton>("button");
-        QTest::addColumn<Way>("way"); // pressed on the first, and each of the others is one move
-        QTest::addColumn<Way>("expected");
-        QTest::addColumn<int>("emitted"); // Monday's first two hours are marked before
+        const DragRows row; // Monday's first two hours are marked before
         const Way two{{0, 0}, {0, 1}};
-        QTest::newRow("fast") << Qt::LeftButton << Way{{6, 2}, {6, 4}} << two + Way{{6, 2}, {6, 3}, {6, 4}} << 3;
-        QTest::newRow("outside") << Qt::LeftButton << Way{{6, 5}, {9, 5}, {9, 20}, {6, 20}} << two + Way{{6, 5}} << 1;
-        QTest::newRow("from a marked cell") << Qt::LeftButton << Way{{0, 1}, {0, 0}, {0, 3}} << Way{} << 2;
-        QTest::newRow("right, unmarked") << Qt::RightButton << Way{{1, 3}, {1, 5}} << two << 0;
-        QTest::newRow("right, on to marked") << Qt::RightButton << Way{{0, 3}, {0, 1}} << Way{{0, 0}} << 1;
+        row("fast", Qt::LeftButton, {{6, 2}, {6, 4}}, two + Way{{6, 2}, {6, 3}, {6, 4}}, 3);
+        row("outside", Qt::LeftButton, {{6, 5}, {9, 5}, {9, 20}, {6, 20}}, two + Way{{6, 5}}, 1);
+        row("from a marked cell", Qt::LeftButton, {{0, 1}, {0, 0}, {0, 3}}, {}, 2);
+        row("right, unmarked", Qt::RightButton, {{1, 3}, {1, 5}}, two, 0);
+        row("right, on to marked", Qt::RightButton, {{0, 3}, {0, 1}}, {{0, 0}}, 1);
     }
     void drag()
     {
-        QFETCH(Qt::MouseButton, button);
-        QFETCH(Way, way);
+        const auto [button, way, expected, emitted] = DragRows::fetch();
         m_grid->setSchedule(Schedule::fromString("11"));
         const QSignalSpy changes(m_grid.get(), &SchedulerGrid::scheduleChanged);
         const int width = m_grid->columnWidth(0);
@@ -58,8 +57,8 @@ private Q_SLOTS:
             QCOMPARE(on, m_grid->schedule().isOn(bit / 24, bit % 24));
             green += on ? Way{{bit / 24, bit % 24}} : Way{};
         }
-        QTEST(green, "expected");
-        QTEST(int(changes.size()), "emitted");
+        QCOMPARE(green, expected);
+        QCOMPARE(changes.size(), emitted);
     }
 
     void keysHeadersAndDoubleClick()

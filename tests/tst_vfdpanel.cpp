@@ -1,5 +1,6 @@
 #include "ui/vfdpanel.h"
 
+#include "support/table.h"
 #include "ui/meterballistics.h"
 #include "ui/vfdgeometry.h"
 
@@ -7,11 +8,12 @@
 #include <QPaintEvent>
 #include <QPainter>
 #include <QScreen>
-#include <QTest>
 #include <QToolTip>
 
 class TestVfdPanel : public QObject {
     Q_OBJECT
+
+    using ScaleRows = Table<double, double, int, int>; // dB, position, lit segments, held segment
 
 private Q_SLOTS:
     void scale_data();
@@ -24,27 +26,23 @@ private Q_SLOTS:
 
 void TestVfdPanel::scale_data()
 {
-    QTest::addColumn<double>("db");
-    QTest::addColumn<double>("position");
-    QTest::addColumn<int>("lit");
-    QTest::addColumn<int>("hold");
-    QTest::newRow("floor") << -40.0 << 0.0 << 0 << -1;
-    QTest::newRow("just above it") << -39.9 << 0.1 / 90 << 0 << 0;
-    QTest::newRow("between points") << -25.0 << 1.5 / 9 << 4 << 4;
-    QTest::newRow("amber begins") << -5.0 << 6.0 / 9 << 18 << 18;
-    QTest::newRow("red begins") << -1.0 << 8.0 / 9 << 24 << 24;
-    QTest::newRow("full scale") << 0.0 << 1.0 << 28 << 27;
-    QTest::newRow("above") << 3.0 << 1.0 << 28 << 27;
-    QTest::newRow("no number") << qQNaN() << 0.0 << 0 << -1;
+    const ScaleRows row;
+    row("floor", -40.0, 0.0, 0, -1);
+    row("just above it", -39.9, 0.1 / 90, 0, 0);
+    row("between points", -25.0, 1.5 / 9, 4, 4);
+    row("amber begins", -5.0, 6.0 / 9, 18, 18);
+    row("red begins", -1.0, 8.0 / 9, 24, 24);
+    row("full scale", 0.0, 1.0, 28, 27);
+    row("above", 3.0, 1.0, 28, 27);
+    row("no number", qQNaN(), 0.0, 0, -1);
 }
 
 void TestVfdPanel::scale()
 {
-    QFETCH(double, db);
-    QFETCH(double, position);
+    const auto [db, position, lit, hold] = ScaleRows::fetch();
     QVERIFY(qAbs(VfdGeometry::position(db) - position) < 1e-12);
-    QTEST(VfdGeometry::litSegments(db), "lit");
-    QTEST(VfdGeometry::holdSegment(db), "hold");
+    QCOMPARE(VfdGeometry::litSegments(db), lit);
+    QCOMPARE(VfdGeometry::holdSegment(db), hold);
     QCOMPARE(int(VfdGeometry::zone(17)), int(VfdGeometry::Zone::Bright));
     QCOMPARE(int(VfdGeometry::zone(18)), int(VfdGeometry::Zone::Amber));
     QCOMPARE(int(VfdGeometry::zone(23)), int(VfdGeometry::Zone::Amber));
@@ -78,7 +76,7 @@ void TestVfdPanel::ballistics()
 /// Collects what is painted.
 class Watcher : public QObject {
 public:
-    explicit Watcher(VfdPanel& panel) : m_panel(panel) { panel.installEventFilter(this); }
+    explicit Watcher(VfdPanel& panel) { panel.installEventFilter(this); }
     QRegion takePainted()
     {
         QCoreApplication::sendPostedEvents();
@@ -93,7 +91,6 @@ public:
     }
 
 private:
-    VfdPanel& m_panel;
     QRegion m_painted;
 };
 

@@ -13,15 +13,6 @@ bool answers()
     return pactl.waitForFinished() && pactl.exitCode() == 0;
 }
 
-void end(std::unique_ptr<QProcess>& process)
-{
-    if (!process)
-        return;
-    process->kill();
-    process->waitForFinished();
-    process.reset();
-}
-
 } // namespace
 
 bool PulseRig::start()
@@ -39,7 +30,7 @@ bool PulseRig::start()
 
 void PulseRig::kill()
 {
-    end(m_server);
+    m_server.reset();
 }
 
 void PulseRig::play(const QByteArray& pcm, const QString& device)
@@ -53,11 +44,4 @@ void PulseRig::play(const QByteArray& pcm, const QString& device)
                   {QStringLiteral("--raw"), QStringLiteral("--device=") + device, QStringLiteral("--format=s16le"),
                    QStringLiteral("--rate=44100"), QStringLiteral("--channels=2"), file.fileName()});
     m_players.push_back(std::move(player));
-}
-
-PulseRig::~PulseRig()
-{
-    for (auto& player : m_players)
-        end(player);
-    end(m_server);
 }

@@ -18,10 +18,9 @@ public:
     qint64 processId() const { return m_server->processId(); }
     /// Plays interleaved S16LE at 44.1 kHz stereo into this device; "line_in" hears "program".
     void play(const QByteArray& pcm, const QString& device = QStringLiteral("program"));
-    ~PulseRig();
 
 private:
     QTemporaryDir m_folder;
-    std::unique_ptr<QProcess> m_server;
+    std::unique_ptr<QProcess> m_server; ///< killed when it is destroyed, as are the players
     std::vector<std::unique_ptr<QProcess>> m_players;
 };
