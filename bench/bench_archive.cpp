@@ -3,9 +3,9 @@
 // The ratios at the end, of 100,000 files to 50,000, should stay at about two: no scan inside a scan.
 
 #include "archive/archiveindex.h"
-#include "archive/archivemodel.h"
 #include "archive/recordsfile.h"
 #include "ui/archivedialog.h"
+#include "ui/archivemodel.h"
 #include "ui/archivetable.h"
 
 #include <QApplication>
@@ -34,7 +34,7 @@ QByteArray wavHeader()
                                "6461746100000000");
 }
 
-/// A folder of so many recordings, made once a run.
+/// A folder of that many recordings, made once per run.
 const QString& folderOf(int files)
 {
     static std::map<int, std::unique_ptr<QTemporaryDir>> folders;

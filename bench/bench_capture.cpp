@@ -20,7 +20,7 @@ namespace {
 
 constexpr int Rate = 48000;
 constexpr int Frames = Rate / 100;
-constexpr int Blocks = 100; ///< a second, so that neither branch predictor nor cache sees one block only
+constexpr int Blocks = 100; ///< one second, so that neither branch predictor nor cache sees one block only
 
 /// Noise with the level and the peaks of programme: -16 dBFS RMS, peaks reach -2 dBFS.
 std::vector<float> programme()

@@ -42,7 +42,7 @@ void reading(benchmark::State& state)
     }
 }
 
-/// The clock moves once a second, and the lamp twice.
+/// The clock moves once per second, and the lamp twice.
 void clockAndLamp(benchmark::State& state)
 {
     VfdPanel panel;

@@ -1,4 +1,5 @@
-#include "app/appsettings.h"
+#include "settings/appsettings.h"
+#include "settings/scramble.h"
 #include "support/table.h"
 
 #include <QProcess>
@@ -88,6 +89,8 @@ const QList<Key> Keys{
     {"state/auto", true, false},
     {"state/schedule", QString(168, u'1'), QString(167, u'0') + u'1'},
     {"state/geometry", QByteArray(), Bytes},
+    {"capture/firstChannel", 0, 64},
+    {"capture/channelCount", 2, 1},
 };
 
 } // namespace

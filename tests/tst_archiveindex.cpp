@@ -3,7 +3,6 @@
 #include <QJsonArray>
 #include <QJsonDocument>
 #include <QJsonObject>
-#include <QProcess>
 #include <QSignalSpy>
 #include <QTemporaryDir>
 #include <QTest>
@@ -48,17 +47,6 @@ struct Archive {
         return QJsonDocument::fromJson(file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray());
     }
 };
-
-/// What the killed child does: the list grows and shrinks by one for ever, and each change is saved.
-int saveForEver(const QString& folder)
-{
-    ArchiveIndex index;
-    index.setFolder(folder);
-    for (const RecordInfo extra = record("extra.wav", at(12));;) {
-        index.addRecord(extra);
-        index.removeRecord(extra.filePath);
-    }
-}
 
 } // namespace
 
@@ -201,28 +189,6 @@ private Q_SLOTS:
         QCOMPARE(nameAt({unknown}, at(9)), "");
         QCOMPARE(nameAt({record("endless", at(11), Longest)}, at(13)), "endless");
     }
-
-    void killedWhileSaving()
-    {
-        Archive archive;
-        constexpr int Files = 2000; // enough for a save to take a while
-        for (int i = 0; i < Files; ++i)
-            archive.write(QString::number(i) + ".wav");
-        for (int round = 0; round < 20; ++round) {
-            QFile::remove(archive.path("records.json"));
-            QProcess child;
-            child.start(QCoreApplication::applicationFilePath(), {"--save-for-ever", archive.dir.path()});
-            QTRY_VERIFY_WITH_TIMEOUT(QFile::exists(archive.path("records.json")), 10000);
-            QTest::qWait(round);
-            child.kill();
-            QVERIFY(child.waitForFinished());
-            QCOMPARE(child.exitStatus(), QProcess::CrashExit);
-            const qsizetype size = archive.saved().array().size();
-            QVERIFY2(size == Files || size == Files + 1, QByteArray::number(size));
-        }
-        archive.index.setFolder(archive.dir.path());
-        QCOMPARE(archive.index.records().size(), Files); // and nothing that the killed saves left behind
-    }
 };
 
 int main(int argc, char* argv[])
@@ -231,8 +197,6 @@ int main(int argc, char* argv[])
     qputenv("TZ", "CET-1CEST,M3.5.0,M10.5.0/3"); // a zone with clock changes, on every machine that heeds it
 #endif
     QCoreApplication app(argc, argv);
-    if (app.arguments().value(1) == "--save-for-ever")
-        return saveForEver(app.arguments().value(2));
     TestArchiveIndex test;
     return QTest::qExec(&test, argc, argv);
 }

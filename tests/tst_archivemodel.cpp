@@ -1,7 +1,7 @@
 #include "archive/archiveindex.h"
-#include "archive/archivemodel.h"
-#include "archive/archiverangefilter.h"
 #include "support/table.h"
+#include "ui/archivemodel.h"
+#include "ui/archiverangefilter.h"
 
 #include <QAbstractItemModelTester>
 #include <QTemporaryDir>

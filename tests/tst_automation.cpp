@@ -1,8 +1,8 @@
-#include "app/appsettings.h"
 #include "archive/archiveindex.h"
 #include "archive/housekeeper.h"
-#include "encode/codecs.h"
 #include "engine/schedulecontroller.h"
+#include "settings/appsettings.h"
+#include "settings/codectable.h"
 #include "support/scriptedcapture.h"
 #include "support/table.h"
 #include "triggers/midimessage.h"
@@ -39,8 +39,8 @@ public:
 class TestAutomation : public QObject {
     Q_OBJECT
 
-    using TriggerPathsRows =
-        Table<bool, bool, int, QString, QString>; // events: + on, - off, h a second passes, m started by hand
+    /// Automatic mode, seconds of run-on, events (on, off, run-on passes, started by hand, a time), log.
+    using TriggerPathsRows = Table<bool, int, QString, QString>;
     using MidiMessagesRows = Table<quint32, int, int>; // outcome: 1 on, 0 off, -1 not ours
 
 private Q_SLOTS:
@@ -103,41 +103,61 @@ private Q_SLOTS:
 
     void triggerPaths_data()
     {
-        const TriggerPathsRows row;
+        const TriggerPathsRows row; // it is Tuesday, 11:59; the hours 10 and 11 are marked
         const QString on = "true|Trigger on|Recording started (trigger)";
         const QString off = "|false|Trigger off|Recording stopped (trigger)";
-        row("released while idle, repeated", false, false, 0, "-++--", on + off);
-        row("run-on", false, false, 1, "+-h", on + off);
-        row("on again within the run-on", false, false, 1, "+-+h", on);
-        row("in a scheduled hour", true, true, 0, "+-", on + off);
-        row("outside of the schedule", true, false, 0, "+-", "true|Trigger on|false|Trigger off");
-        row("stops outside of the schedule", true, false, 0, "m+",
+        const QString idle = "true|Trigger on|false|Trigger off";
+        const QString scheduled = "Scheduled block 11:59 - 12:00|Recording started (scheduler)|";
+        row("released while idle, repeated", false, 0, "- + + - -", on + off);
+        row("run-on", false, 1, "+ - hold", on + off);
+        row("on again within the run-on", false, 1, "+ - + hold", on);
+        row("already recording", false, 0, "manual +", "Recording started|true|Trigger on");
+        row("marked hours mean nothing by hand", false, 0, "12:00 + 12:01", on);
+        row("in a marked hour", true, 0, "+ -", on + off);
+        row("a marked hour goes on without it", true, 0, "+ - 11:59", on + off + u'|' + scheduled.chopped(1));
+        row("before a marked hour", true, 0, "09:59 + 11:59 -", "true|Trigger on|" + scheduled + off.mid(1));
+        row("in no marked hour", true, 0, "12:00 + -", idle);
+        row("in no marked hour, stops what records", true, 0, "12:00 manual +",
             "Recording started|true|Trigger on|Recording stopped (trigger)");
-        row("already recording", false, false, 0, "m+", "Recording started|true|Trigger on");
+        row("still on at the end of the block", true, 0, "+ 12:00 12:01 -",
+            on + "|Recording stopped (scheduler)|false|Trigger off");
+        row("released at the end of the block, before the schedule looks", true, 0, "+ 12:00? -", on + off);
+        row("run-on over the end of the block", true, 1, "+ - 12:00 hold",
+            on + "|Recording stopped (scheduler)|false|Trigger off");
+        row("on again beyond the end of the block", true, 1, "+ - 12:00? + hold - hold", on + off);
     }
     void triggerPaths()
     {
-        const auto [autoMode, scheduled, hold, events, story] = TriggerPathsRows::fetch();
+        const auto [autoMode, hold, events, story] = TriggerPathsRows::fetch();
         m_settings.autoMode = autoMode;
-        m_settings.schedule.setAll(scheduled);
         m_settings.holdSeconds = hold;
+        QDateTime now(QDate(2024, 3, 5), QTime(11, 59));
+        const auto clock = [&] { return now; };
+        ScheduleController schedule(m_recorder.get(), nullptr, clock);
+        connect(&schedule, &ScheduleController::logMessage, this, [this](const QString& text) { m_story << text; });
         QPointer<ScriptedTrigger> source;
-        TriggerController controller(m_recorder.get(), nullptr,
-                                     [&](int, QObject* parent) { return source = new ScriptedTrigger(parent); });
+        TriggerController controller(
+            m_recorder.get(), nullptr, [&](int, QObject* parent) { return source = new ScriptedTrigger(parent); },
+            clock);
         connect(&controller, &TriggerController::logMessage, this, [this](const QString& text) { m_story << text; });
         connect(&controller, &TriggerController::triggerStateChanged, this,
                 [this](bool on) { m_story << (on ? "true" : "false"); });
         controller.reload();
 
-        for (const QChar event : events) {
-            if (event == u'+')
+        for (const QString& event : events.split(u' ')) {
+            if (event == "+") {
                 Q_EMIT source->triggeredOn();
-            else if (event == u'-')
+            } else if (event == "-") {
                 Q_EMIT source->triggeredOff();
-            else if (event == u'h')
-                QTest::qWait(2000);
-            else
+            } else if (event == "hold") {
+                QTest::qWait(1500);
+            } else if (event == "manual") {
                 m_recorder->start();
+            } else {
+                now.setTime(QTime::fromString(event.left(5), "HH:mm"));
+                if (!event.endsWith(u'?')) // the schedule looks every few seconds
+                    schedule.evaluate();
+            }
         }
         QCOMPARE(m_story.join(u'|'), story);
 
@@ -213,7 +233,7 @@ private Q_SLOTS:
         row("any channel", 0x643c99, 0, 1);
         row("its channel", 0x643c99, 10, 1);
         row("another channel", 0x643c99, 1, -1);
-        row("note on without velocity", 0x003c90, 0, 0);
+        row("note on without velocity, the top byte says nothing", 0xff003c90, 0, 0);
         row("note off", 0x403c80, 0, 0);
         row("controller 63", 0x3f3cb0, 0, 0);
         row("controller 64", 0x403cb0, 0, 1);

@@ -1,5 +1,5 @@
-#include "app/appsettings.h"
-#include "app/autostartentry_linux.h"
+#include "settings/appsettings.h"
+#include "settings/autostartentry_linux.h"
 
 #include <QFile>
 #include <QTemporaryDir>

@@ -18,7 +18,7 @@ private Q_SLOTS:
         const char* const wav = "a.WAV";
         const char* const mp3 = "a.mp3";
         const QByteArray riff = hex("52494646ffffffff57415645");
-        const QByteArray chunk = hex("666d7420100000000100020080bb000000ee020004001000"); // 192,000 bytes a second
+        const QByteArray chunk = hex("666d7420100000000100020080bb000000ee020004001000"); // 192,000 bytes per second
         const QByteArray header = riff + chunk + hex("64617461ffffffff");
         row("truncated, not rounded", wav, header, 44 + 383, 1);
         row("too long for 32-bit arithmetic", wav, header, 44 + 192000LL * 300, 300000);

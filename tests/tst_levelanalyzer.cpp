@@ -123,6 +123,25 @@ private Q_SLOTS:
         QTRY_COMPARE(shown.size(), 25);
         QVERIFY(clock.elapsed() >= 470);
     }
+
+    // An idle logger must cost next to nothing, but between the blocks of a source the steps keep their pace.
+    void restsOnlyWhenNothingComes()
+    {
+        LevelAnalyzer analyzer;
+        const auto* const timer = analyzer.findChild<QTimer*>();
+        QSignalSpy shown(&analyzer, &LevelAnalyzer::levelChanged);
+        QVERIFY(!timer->isActive());
+        for (int round = 1; round <= 2; ++round) {
+            QElapsedTimer sinceBlock;
+            sinceBlock.start();
+            analyzer.process(bytesOf(Samples(882 * 2, 1000)));
+            QTRY_COMPARE(shown.size(), round);
+            QVERIFY(timer->isActive());
+            QTRY_VERIFY(!timer->isActive());
+            QVERIFY(sinceBlock.elapsed() >= 900);
+            QCOMPARE(shown.size(), round);
+        }
+    }
 };
 
 QTEST_GUILESS_MAIN(TestLevelAnalyzer)

@@ -1,6 +1,6 @@
-#include "app/appsettings.h"
 #include "capture/loopbackcapture.h"
 #include "capture/loopbackworker.h"
+#include "settings/appsettings.h"
 #include "support/samples.h"
 #include "support/table.h"
 

@@ -1,7 +1,7 @@
-#include "app/appsettings.h"
 #include "capture/audiocapture.h"
 #include "capture/capturefactory.h"
 #include "capture/loopback.h"
+#include "settings/appsettings.h"
 #include "support/counting.h"
 #include "support/pulserig_linux.h"
 #include "support/samples.h"

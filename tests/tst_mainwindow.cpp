@@ -1,9 +1,11 @@
-#include "app/appsettings.h"
 #include "engine/recorder.h"
 #include "net/silencealert.h"
 #include "net/updatechecker.h"
+#include "settings/appsettings.h"
+#include "station/diskspace.h"
 #include "support/table.h"
 #include "ui/capturediagnostics.h"
+#include "ui/closedialog.h"
 #include "ui/loglist.h"
 #include "ui/mainwindow.h"
 #include "ui/statustexts.h"
@@ -31,6 +33,7 @@ class TestMainWindow : public QObject {
     Q_OBJECT
 
     using OfferRows = Table<bool, bool, bool>; // silent, critical, shown
+    using CloseRows = Table<QString, int>; // button, choice
 
 private Q_SLOTS:
     void initTestCase()
@@ -55,6 +58,39 @@ private Q_SLOTS:
             log.append(QString::number(i));
         QCOMPARE(log.count(), 500);
         QVERIFY(log.item(0)->text().endsWith(QStringLiteral("] 2")));
+    }
+
+    void showsEarlierLinesToWhoScrollsUp()
+    {
+        LogList log;
+        log.resize(300, 100);
+        log.show();
+        QSignalSpy wanted(&log, &LogList::earlierWanted);
+        for (int i = 0; i < 20; ++i)
+            log.append(QString::number(i));
+        QCOMPARE(wanted.size(), 0); // nobody has scrolled
+        QTest::keyClick(&log, Qt::Key_Home);
+        QCOMPARE(wanted.size(), 1);
+        QTest::keyClick(&log, Qt::Key_Home);
+        QCOMPARE(wanted.size(), 1); // asked already
+        JournalEntry line;
+        line.utcMs = wanted.first().first().toLongLong() - 1000;
+        line.text = QStringLiteral("earlier");
+        line.event = QLatin1String(JournalEntry::Error);
+        log.prepend({line});
+        QCOMPARE(log.count(), 21);
+        QVERIFY(log.item(0)->text().endsWith(QStringLiteral("] earlier")));
+        QCOMPARE(log.item(0)->foreground().color(), QColor(180, 0, 0));
+        QTest::keyClick(&log, Qt::Key_Home);
+        QCOMPARE(wanted.size(), 2);
+        QCOMPARE(wanted.last().first().toLongLong(), line.utcMs);
+
+        log.prepend(QList<JournalEntry>(600, line));
+        QCOMPARE(log.count(), 500); // the newest make room
+        log.append(QStringLiteral("new"));
+        QCOMPARE(log.count(), 500);
+        QVERIFY(log.item(498)->text().endsWith(QStringLiteral("] 19")));
+        QVERIFY(log.item(499)->text().endsWith(QStringLiteral("] new")));
     }
 
     void saysAnOverloadOnceAMinute()
@@ -146,12 +182,40 @@ private Q_SLOTS:
     void decidesWhatClosingMeans()
     {
         const auto always = std::optional(CloseDialog::Exit);
-        QCOMPARE(CloseDialog::settled(0, true), std::nullopt);
-        QCOMPARE(CloseDialog::settled(1, true), std::optional(CloseDialog::Minimise));
-        QCOMPARE(CloseDialog::settled(2, true), always);
-        QCOMPARE(CloseDialog::settled(0, false), std::nullopt);
-        QCOMPARE(CloseDialog::settled(1, false), always); // there is nothing to minimise to
-        QCOMPARE(CloseDialog::settled(7, true), std::nullopt);
+        QCOMPARE(CloseDialog::choiceFromSetting(0, true), std::nullopt);
+        QCOMPARE(CloseDialog::choiceFromSetting(1, true), std::optional(CloseDialog::Minimise));
+        QCOMPARE(CloseDialog::choiceFromSetting(2, true), always);
+        QCOMPARE(CloseDialog::choiceFromSetting(0, false), std::nullopt);
+        QCOMPARE(CloseDialog::choiceFromSetting(1, false), always); // there is nothing to minimise to
+        QCOMPARE(CloseDialog::choiceFromSetting(7, true), std::nullopt);
+    }
+
+    /// Where there is a notification area.
+    void asksHowToClose_data()
+    {
+        const CloseRows row;
+        row("minimise", QStringLiteral("&Minimise to Tray"), CloseDialog::Minimise);
+        row("exit", QStringLiteral("E&xit"), CloseDialog::Exit);
+        row("cancel", QStringLiteral("&Cancel"), CloseDialog::Cancel);
+    }
+    void asksHowToClose()
+    {
+        const auto [caption, choice] = CloseRows::fetch();
+        for (const bool ticked : {false, true}) {
+            CloseDialog dialog(true, false);
+            dialog.show();
+            dialog.findChild<QCheckBox*>()->setChecked(ticked);
+            for (auto* button : dialog.findChildren<QPushButton*>()) {
+                if (button->text() == caption)
+                    QTest::mouseClick(button, Qt::LeftButton);
+            }
+            QVERIFY(!dialog.isVisible());
+            QCOMPARE(int(dialog.choice()), choice);
+            AppSettings& settings = AppSettings::instance();
+            settings.closeAction = 7;
+            QCOMPARE(dialog.rememberIn(settings).isEmpty(), !ticked || choice == CloseDialog::Cancel);
+            QCOMPARE(settings.closeAction, ticked && choice != CloseDialog::Cancel ? choice : 7);
+        }
     }
 
     void leavesWithoutAQuestionWhenTheSessionEnds()
@@ -198,7 +262,7 @@ private Q_SLOTS:
         QCOMPARE(StatusTexts::diskLeft(-1, 8000), QStringLiteral("unknown"));
         QCOMPARE(StatusTexts::diskLeft(25 * 3600 + 3599, 0), QStringLiteral("1d 1h"));
         const QString missing = m_folder.filePath(QStringLiteral("new/folder"));
-        QVERIFY(StatusTexts::freeBytes(missing) > 0);
+        QVERIFY(DiskSpace::query(missing) > 0);
         QVERIFY(QFileInfo(missing).isDir());
     }
 

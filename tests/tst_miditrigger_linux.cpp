@@ -1,4 +1,4 @@
-#include "app/appsettings.h"
+#include "settings/appsettings.h"
 #include "triggers/miditrigger.h"
 
 #include <QProcess>

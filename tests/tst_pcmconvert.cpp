@@ -3,9 +3,10 @@
 #include "support/samples.h"
 #include "support/table.h"
 
-#include <bit>
+#include <algorithm>
 #include <cmath>
-#include <random>
+#include <limits>
+#include <type_traits>
 
 namespace {
 
@@ -24,27 +25,13 @@ struct Layout {
     int dstChannels = 1;
 };
 
-QByteArray convert(const QByteArray& in, const Layout& layout, const GainStage& gain = {})
+QByteArray convert(const QByteArray& in, const Layout& layout, const GainStage& gain = {}, const ChannelPick& pick = {})
 {
     return convertToS16(reinterpret_cast<const uchar*>(in.constData()), in.size(), layout.srcChannels, layout.bits,
-                        layout.isFloat, layout.dstChannels, gain);
+                        layout.isFloat, layout.dstChannels, gain, pick);
 }
 
-// The plain way, one sample at a time, that the fast way is held against.
-double decoded(const QByteArray& in, qint64 index, const Layout& layout)
-{
-    const int bytes = layout.bits / 8;
-    quint64 raw = 0;
-    for (int i = bytes - 1; i >= 0; --i)
-        raw = raw << 8 | quint8(in[index * bytes + i]);
-    if (layout.isFloat)
-        return 32767.0 * (bytes == 4 ? double(std::bit_cast<float>(quint32(raw))) : std::bit_cast<double>(raw));
-    if (bytes == 1)
-        return (double(raw) - 128.0) * 256.0;
-    const double value = raw >> (layout.bits - 1) ? double(raw) - std::ldexp(1.0, layout.bits) : double(raw);
-    return value / std::ldexp(1.0, layout.bits - 16);
-}
-
+/// The plain way, one sample at a time, that the fast way is held against.
 qint16 gained(double x, const GainStage& stage)
 {
     double y = x * stage.gain;
@@ -61,40 +48,43 @@ qint16 gained(double x, const GainStage& stage)
     return qint16(std::fabs(y - whole) < 0.5 ? whole : whole + std::copysign(1.0, y));
 }
 
-Samples reference(const QByteArray& in, const Layout& layout, const GainStage& stage)
+/// Samples that come as close to n + 1/2 after gain as they can, from beyond the negative to beyond the positive
+/// border.
+template <class Sample>
+QList<Sample> nearHalves(double scale, double gain)
 {
-    const int src = layout.srcChannels;
-    Samples out;
-    for (qint64 frame = 0; frame < in.size() / (layout.bits / 8 * src); ++frame) {
-        double sum = 0.0;
-        for (int c = 0; c < src; ++c)
-            sum += decoded(in, frame * src + c, layout);
-        for (int c = 0; c < layout.dstChannels; ++c) {
-            const double sample = decoded(in, frame * src + qMin(c, src - 1), layout);
-            out += gained(layout.dstChannels == 1 ? sum / src : sample, stage);
+    QList<Sample> samples;
+    for (int n = -33000; n < 33000; ++n) {
+        const double half = (n + 0.5) / gain / scale;
+        for (const int step : {-1, 0, 1}) {
+            if constexpr (std::is_integral_v<Sample>)
+                samples += Sample(std::clamp(std::floor(half) + step, double(std::numeric_limits<Sample>::min()),
+                                             double(std::numeric_limits<Sample>::max())));
+            else
+                samples += std::nextafter(Sample(half), Sample(half + step));
         }
     }
-    return out;
+    return samples;
 }
 
-/// Samples of all kinds: any bit pattern, ordinary level, what comes close to n + 1/2 after gain, and borders.
-QByteArray torture(int bits, bool isFloat, double gain)
+template <class Sample>
+void compareRounding(double scale)
 {
-    const double borders[] = {1.0, 29203.0, -29203.0, -32768.0, 32767.0, std::nan(""), HUGE_VAL, -HUGE_VAL};
-    std::mt19937_64 random(1);
-    std::normal_distribution<double> ordinary(0.0, 3000.0);
-    QByteArray bytes;
-    for (int i = 0; i < 20005; ++i) {
-        const double half = qBound(-32768.0, (double(random() % 58000) - 28999.5) / gain, 32767.0);
-        const double x = i % 99 == 0 ? borders[random() % (isFloat ? 8 : 5)] : i % 3 == 0 ? half : ordinary(random);
-        if (i % 64 == 1)
-            bytes += rawBytes(random()).first(bits / 8);
-        else if (isFloat)
-            bytes += bits == 32 ? rawBytes(float(x / 32767.0)) : rawBytes(x / 32767.0);
-        else
-            bytes += rawBytes(std::llround(std::ldexp(x, bits - 16)) + (bits == 8 ? 128 : 0)).first(bits / 8);
+    const Layout mono{sizeof(Sample) * 8, std::is_floating_point_v<Sample>};
+    for (const double gain : {1.0, GainStage::factorFromDb(3.0), -1.7, 1e34, 0.49999999999999994}) {
+        for (const bool limiter : {false, true}) {
+            quint64 overs = 0, expectedOvers = 0;
+            QByteArray in = "x"; // a driver's buffer may begin anywhere
+            Samples expected;
+            for (const Sample sample : nearHalves<Sample>(scale, gain)) {
+                in += rawBytes(sample);
+                expected += gained(double(sample) * scale, {gain, limiter, &expectedOvers});
+            }
+            const auto shifted = QByteArray::fromRawData(in.constData() + 1, in.size() - 1);
+            QCOMPARE(samplesOf(convert(shifted, mono, {gain, limiter, &overs})), expected);
+            QCOMPARE(overs, expectedOvers);
+        }
     }
-    return bytes;
 }
 
 } // namespace
@@ -102,31 +92,78 @@ QByteArray torture(int bits, bool isFloat, double gain)
 class TestPcmConvert : public QObject {
     Q_OBJECT
 
-    using LikeReferenceRows = Table<Layout>;
+    using PickRows = Table<int, ChannelPick, int, Samples>; // of the device, of the output
+    using FormatRows = Table<Layout, QByteArray, Samples>;
 
 private Q_SLOTS:
-    void likeReference_data()
+    void formats_data()
     {
-        const LikeReferenceRows row;
-        for (const Layout& format : {Layout{8}, {16}, {24}, {32}, {32, true}, {64, true}})
-            row(QByteArray::number(format.bits) + (format.isFloat ? " float" : ""), format);
+        const FormatRows row;
+        row("8 bits", {8}, "0080ff", {-32768, 0, 32512});
+        row("16 bits", {16}, "0080ffff0100ff7f", {-32768, -1, 1, 32767});
+        row("24 bits", {24}, "00008080000080ffff7f0000000040ffff7f", {-32768, 1, -1, 0, 16384, 32767});
+        row("32 bits", {32}, "00000080008000000080ffffff7f0000ffffff7f", {-32768, 1, -1, 0, 32767});
+        row("float", {32, true}, "0000003f000080be000080bf000000c00000c07f0000807f",
+            {16384, -8192, -32767, -32768, 0, 32767});
+        row("double", {64, true}, "000000000000e03f000000000000f0bf000000000000f87f000000000000f0ff",
+            {16384, -32767, 0, -32768});
+        row("six channels to one", {16, false, 6, 1}, "010002000300040005000700", {4});
+        row("three to two", {24, false, 3, 2}, "000100000200000300", {1, 2});
+        row("two to four", {16, false, 2, 4}, "01000200", {1, 2, 2, 2});
     }
-    void likeReference()
+    void formats()
     {
-        const auto [format] = LikeReferenceRows::fetch();
-        for (const double gain : {1.0, GainStage::factorFromDb(3.0), -1.7, 1e35, 1.0000000001, 0.49999999999999994}) {
-            // A driver's buffer may begin anywhere.
-            const QByteArray shifted = "x" + torture(format.bits, format.isFloat, gain);
-            const auto in = QByteArray::fromRawData(shifted.constData() + 1, shifted.size() - 1);
-            quint64 overs = 0, expectedOvers = 0;
-            for (const auto& [src, dst, limiter] :
-                 {std::tuple(1, 1, false), {2, 2, true}, {3, 2, true}, {6, 1, false}, {2, 4, true}}) {
-                const Layout layout{format.bits, format.isFloat, src, dst};
-                const Samples expected = reference(in, layout, {gain, limiter, &expectedOvers});
-                QCOMPARE(samplesOf(convert(in, layout, {gain, limiter, &overs})), expected);
-                QCOMPARE(overs, expectedOvers);
-            }
-        }
+        const auto [layout, hex, expected] = FormatRows::fetch();
+        // Many of them together, as they are converted in groups.
+        const QByteArray in = QByteArray::fromHex(hex).repeated(1001);
+        QCOMPARE(convert(in, layout), bytesOf(expected).repeated(1001));
+    }
+
+    void rounding()
+    {
+        compareRounding<qint16>(1.0);
+        compareRounding<qint32>(1.0 / 65536);
+        compareRounding<float>(32767.0);
+        compareRounding<double>(32767.0);
+    }
+
+    // The channels of a pick, as if the device had no others.
+    void picks_data()
+    {
+        const PickRows row; // the sample of channel n is n
+        row("the last pair of sixteen", 16, {15, 2}, 2, {15, 16});
+        row("a pair to mono", 16, {4, 2}, 1, {5}); // 4.5
+        row("one channel to both sides", 5, {5, 1}, 2, {5, 5});
+        row("one channel alone", 5, {2, 1}, 1, {2});
+        row("all there is", 2, {1, 2}, 2, {1, 2});
+        row("beyond the device", 2, {2, 2}, 2, {});
+    }
+    void picks()
+    {
+        const auto [channels, pick, dstChannels, expected] = PickRows::fetch();
+        Samples frame;
+        for (int channel = 1; channel <= channels; ++channel)
+            frame.append(qint16(channel));
+        // Many of them together, as they are converted in groups.
+        const QByteArray in = bytesOf(frame).repeated(1001);
+        QCOMPARE(convert(in, {16, false, channels, dstChannels}, {}, pick), bytesOf(expected).repeated(1001));
+    }
+
+    void picksFromSettings_data()
+    {
+        const Table<int, int, ChannelPick> row;
+        row("by default, everything", 0, 2, {});
+        row("the last pair", 63, 2, {63, 2});
+        row("the last channel", 64, 1, {64, 1});
+        row("a pair that ends beyond the last channel", 64, 2, {});
+        row("beyond the last channel", 65, 1, {});
+        row("negative", -1, 1, {});
+        row("any other count is a pair", 4, 7, {4, 2});
+    }
+    void picksFromSettings()
+    {
+        const auto [first, count, expected] = Table<int, int, ChannelPick>::fetch();
+        QCOMPARE(ChannelPick::fromSettings(first, count), expected);
     }
 
     void unusable()
@@ -158,7 +195,7 @@ private Q_SLOTS:
     {
         for (const auto& [gain, limiter, touched] :
              {std::tuple(1.0 + 9e-13, false, false), {1.0, true, true}, {1.5, false, true}}) {
-            QByteArray pcm = "x" + torture(16, false, gain) + "x";
+            QByteArray pcm = "x" + bytesOf(nearHalves<qint16>(1.0, gain)) + "x";
             pcm.remove(0, 1); // the samples now begin at an odd address
             const QByteArray before = pcm;
             quint64 overs = 0, expectedOvers = 0;

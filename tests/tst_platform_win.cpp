@@ -1,6 +1,6 @@
-#include "app/appsettings.h"
 #include "capture/capturefactory.h"
 #include "capture/loopback.h"
+#include "settings/appsettings.h"
 #include "triggers/miditrigger.h"
 
 #include <QDir>
@@ -14,6 +14,7 @@ class TestPlatform : public QObject {
 private Q_SLOTS:
     void runKeyComesAndGoes()
     {
+        QCoreApplication::setApplicationName("Tidewell");
         const QSettings run("HKEY_CURRENT_USER\\Software\\Microsoft\\Windows\\CurrentVersion\\Run",
                             QSettings::NativeFormat);
         AppSettings::setStartWithSystem(true);

@@ -1,4 +1,4 @@
-#include "app/appsettings.h"
+#include "settings/appsettings.h"
 #include "support/table.h"
 #include "triggers/serialhangup.h"
 #include "triggers/serialtrigger.h"

@@ -1,8 +1,8 @@
-#include "app/appsettings.h"
 #include "capture/capturefactory.h"
 #include "capture/pcmconvert.h"
 #include "capture/streamcapture.h"
 #include "engine/recorder.h"
+#include "settings/appsettings.h"
 #include "support/audiofiles.h"
 #include "support/counting.h"
 #include "support/table.h"
@@ -60,7 +60,7 @@ QStringList childrenOf(qint64 pid)
 struct Listener {
     Listener()
     {
-        // The watchdog looks once a second: on a busy machine it may find a second more.
+        // The watchdog looks once per second: on a busy machine it may find a second more.
         const auto say = [this](const QString& text) { said << QString(text).replace("for 4 s", "for 3 s"); };
         QObject::connect(&capture, &AudioCapture::warning, &capture, say);
         QObject::connect(&capture, &AudioCapture::errorOccurred, &capture, say);
@@ -69,7 +69,7 @@ struct Listener {
             audio += block;
         });
     }
-    /// Whether there are about so many milliseconds of silence at this place. Timers are 5 % early, and time is
+    /// Whether there are about that many milliseconds of silence at this place. Timers are 5 % early, and time is
     /// counted in whole milliseconds.
     bool isSilent(qsizetype at, qint64 ms) const
     {

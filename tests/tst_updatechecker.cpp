@@ -1,6 +1,6 @@
 // The peers here live as long as the test that they are connected in. clazy:excludeall=lambda-in-connect
-#include "app/appsettings.h"
 #include "net/updatechecker.h"
+#include "settings/appsettings.h"
 #include "support/table.h"
 #include "support/tlsserver.h"
 
@@ -134,7 +134,7 @@ private Q_SLOTS:
 
     void address()
     {
-        QVERIFY(UpdateChecker::questionUrl({}).toString().startsWith(
+        QVERIFY(UpdateChecker::requestUrl({}).toString().startsWith(
             "https://updates.quayside.example/api/latest.json?current=1.9.2&"));
         AppSettings::instance().updateUrl = "http://[x";
         UpdateChecker checker;

@@ -115,33 +115,22 @@ void TestVfdPanel::repaints()
         QCOMPARE(watcher.takePainted().boundingRect(), clock);
     }
 
-    for (const double level : {-12.0, -3.0, 0.0}) {
-        panel.setLevels(level - 20, level - 20);
-        QVERIFY(isPart(watcher.takePainted(), QRect(262, 11, 624, 54)));
-        panel.setLevels(level, level - 9);
-        QVERIFY(QTest::qWaitFor([&] { return isPart(watcher.takePainted(), QRect(262, 11, 624, 54)); }));
-        panel.resetLevels();
-        QVERIFY(isPart(watcher.takePainted(), QRect(262, 11, 624, 54)));
-    }
+    panel.setAutoMode(true);
+    QVERIFY(isPart(watcher.takePainted(), QRect(14, 74, 872, 16)));
+    panel.setLevels(-20.0, -20.0);
+    QVERIFY(isPart(watcher.takePainted(), QRect(262, 11, 624, 54)));
     // A steady tone at full scale stays at full scale, and never stands lower by a step of the fall.
     const auto onScreen = [&] { return panel.screen()->grabWindow(panel.winId()).toImage(); };
+    const auto isRed = [&] { return onScreen().pixelColor(876, 30) == QColor(0xff, 0x48, 0x38); };
+    panel.setLevels(0.0, 0.0);
+    QTRY_VERIFY(isRed());
     for (int i = 0; i < 20; ++i) {
         panel.setLevels(0.0, 0.0);
         QTest::qWait(10);
-        QCOMPARE(onScreen().pixelColor(876, 30), QColor(0xff, 0x48, 0x38));
+        QVERIFY(isRed());
     }
-    // Whatever else is painted at any step of the fall, nothing stays behind. It shows at once or not at all: later the
-    // falling peaks have wiped it. The hours of the day, below, may have changed.
-    for (int i = 1; i <= 8; ++i) {
-        panel.setElapsedMs(i * 1000);
-        panel.setAutoMode(i % 2);
-        QTest::qWait(25);
-    }
-    const auto paintedAnew = [&] { return panel.grab().toImage().convertToFormat(onScreen().format()); };
-    const QRect aboveTheHours(0, 0, 900, 90);
-    QVERIFY(QTest::qWaitFor([&] { return onScreen().copy(aboveTheHours) == paintedAnew().copy(aboveTheHours); }, 500));
     panel.resetLevels();
-    watcher.takePainted();
+    QVERIFY(isPart(watcher.takePainted(), QRect(262, 11, 624, 54)));
 
     panel.setLevels(-50.0, -40.0);
     panel.resetLevels();

@@ -6,6 +6,11 @@ install(FILES ${CMAKE_CURRENT_BINARY_DIR}/example.quayside.tidewell.metainfo.xml
 install(FILES ${CMAKE_CURRENT_LIST_DIR}/tidewell.desktop DESTINATION ${CMAKE_INSTALL_DATADIR}/applications)
 install(FILES resources/branding/icon.svg DESTINATION ${CMAKE_INSTALL_DATADIR}/icons/hicolor/scalable/apps RENAME tidewell.svg)
 install(FILES resources/branding/icon.png DESTINATION ${CMAKE_INSTALL_DATADIR}/icons/hicolor/256x256/apps RENAME tidewell.png)
+# As services: they are there, and nothing starts them.
+install(FILES ${CMAKE_CURRENT_LIST_DIR}/tidewell-user.service DESTINATION lib/systemd/user RENAME tidewell@.service)
+install(FILES ${CMAKE_CURRENT_LIST_DIR}/tidewell-system.service DESTINATION lib/systemd/system RENAME tidewell@.service)
+install(FILES ${CMAKE_CURRENT_LIST_DIR}/tidewell.sysusers DESTINATION lib/sysusers.d RENAME tidewell.conf)
+install(FILES ${CMAKE_CURRENT_LIST_DIR}/tidewell.tmpfiles DESTINATION lib/tmpfiles.d RENAME tidewell.conf)
 install(FILES ${CMAKE_CURRENT_LIST_DIR}/copyright DESTINATION ${CMAKE_INSTALL_DATADIR}/doc/tidewell)
 
 # Debian wants these two compressed, without a time in them.
@@ -36,7 +41,10 @@ set(CPACK_DEBIAN_FILE_NAME DEB-DEFAULT)
 set(CPACK_DEBIAN_PACKAGE_SECTION sound)
 set(CPACK_DEBIAN_PACKAGE_HOMEPAGE "https://quayside.example/tidewell")
 set(CPACK_DEBIAN_PACKAGE_SHLIBDEPS ON)
-# Without ffmpeg it writes WAV only and hears no streams; the plug-ins play the archive.
+# Without ffmpeg it writes WAV only and hears no streams; the plug-ins play the archive; procps lets a service be told to
+# read its settings again.
 set(CPACK_DEBIAN_PACKAGE_RECOMMENDS
-    "ffmpeg, gstreamer1.0-plugins-base, gstreamer1.0-plugins-good, gstreamer1.0-libav, libqt6svg6, qt6-translations-l10n")
+    "ffmpeg, gstreamer1.0-plugins-base, gstreamer1.0-plugins-good, gstreamer1.0-libav, libqt6svg6, procps, qt6-translations-l10n")
+set(CPACK_DEBIAN_PACKAGE_CONTROL_EXTRA
+    ${CMAKE_CURRENT_LIST_DIR}/postinst ${CMAKE_CURRENT_LIST_DIR}/prerm ${CMAKE_CURRENT_LIST_DIR}/postrm)
 include(CPack)

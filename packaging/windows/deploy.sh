@@ -1,5 +1,6 @@
 #!/usr/bin/env bash
 # Puts the program into one folder with everything that it needs beside Windows: deploy.sh QT-FOLDER PROGRAM.exe DIR
+# Its twin for the console, PROGRAM.com, goes along.
 set -euo pipefail
 qt=$(realpath "$1")
 program=$2
@@ -9,7 +10,7 @@ triple=x86_64-w64-mingw32
 
 rm -rf "$dir"
 mkdir -p "$dir/plugins" "$dir/translations"
-cp "$program" "$here/../../LICENSE" "$dir"
+cp "$program" "${program%.exe}.com" "$here/../../LICENSE" "$dir"
 printf '[Paths]\nPlugins=plugins\nTranslations=translations\n' >"$dir/qt.conf"
 
 # What Qt was built with depends on the machine that built it: the optional parts are taken when they are there.
@@ -32,6 +33,7 @@ printf 'Tidewell uses Qt %s under the LGPL version 3, built from the source pack
   >"$dir/licenses/NOTICE.txt"
 
 # Libraries that libraries need, until no more are found.
+programs() { find "$dir" -name '*.exe' -o -name '*.com' -o -name '*.dll'; }
 imports() { "$triple-objdump" -p "$@" | sed -n 's/.*DLL Name: //p' | sort -u; }
 compiler=$("$triple-g++-posix" -print-file-name=libstdc++-6.dll)
 search=("$qt/bin" "$(dirname "$compiler")" "/usr/$triple/lib")
@@ -43,9 +45,9 @@ while [ $found = yes ]; do
     for folder in "${search[@]}"; do
       if [ -e "$folder/$dll" ]; then cp "$folder/$dll" "$dir" && found=yes && break; fi
     done
-  done < <(find "$dir" -name '*.exe' -o -name '*.dll' | while read -r file; do imports "$file"; done | sort -u)
+  done < <(programs | while read -r file; do imports "$file"; done | sort -u)
 done
-find "$dir" \( -name '*.exe' -o -name '*.dll' \) -exec "$triple-strip" --strip-unneeded {} +
+programs | xargs -d '\n' "$triple-strip" --strip-unneeded
 
 # What the installer put there, so that it removes that and nothing else: files first, then folders from the inside out.
 {

@@ -14,9 +14,10 @@ BrandingText "Tidewell ${VERSION}"
 !define MULTIUSER_INSTALLMODE_COMMANDLINE
 !define MULTIUSER_INSTALLMODE_DEFAULT_CURRENTUSER
 !define MULTIUSER_INSTALLMODE_INSTDIR "Tidewell"
-!define MULTIUSER_INSTALLMODE_INSTDIR_REGISTRY_KEY "Software\Quayside\Tidewell-Setup"
+; Not "Tidewell-...": those are the settings of channels.
+!define MULTIUSER_INSTALLMODE_INSTDIR_REGISTRY_KEY "Software\Quayside\Setup"
 !define MULTIUSER_INSTALLMODE_INSTDIR_REGISTRY_VALUENAME "Folder"
-!define MULTIUSER_INSTALLMODE_DEFAULT_REGISTRY_KEY "Software\Quayside\Tidewell-Setup"
+!define MULTIUSER_INSTALLMODE_DEFAULT_REGISTRY_KEY "Software\Quayside\Setup"
 !define MULTIUSER_INSTALLMODE_DEFAULT_REGISTRY_VALUENAME "Folder"
 !include MultiUser.nsh
 !include MUI2.nsh
@@ -39,6 +40,8 @@ LangString Running ${LANG_ENGLISH} "Tidewell is running. Exit it first, then pre
 LangString Running ${LANG_SPANISH} "Tidewell está en marcha. Ciérrelo primero y pulse Reintentar."
 LangString AskSettings ${LANG_ENGLISH} "Remove the settings of Tidewell as well? Your recordings are kept in any case."
 LangString AskSettings ${LANG_SPANISH} "¿Eliminar también los ajustes de Tidewell? Las grabaciones se conservan siempre."
+LangString SecondChannel ${LANG_ENGLISH} "Tidewell (second channel)"
+LangString SecondChannel ${LANG_SPANISH} "Tidewell (segundo canal)"
 
 !define UNINSTALL_KEY "Software\Microsoft\Windows\CurrentVersion\Uninstall\Tidewell"
 
@@ -49,22 +52,32 @@ VIAddVersionKey "FileDescription" "Tidewell Setup"
 VIAddVersionKey "FileVersion" "${VERSION}"
 VIAddVersionKey "LegalCopyright" "MIT license"
 
+; Sets $R1 to "yes" when this file of the program cannot be replaced.
+!macro LookWhetherRunning FILE
+  ${If} ${FileExists} "$INSTDIR\${FILE}"
+    ClearErrors
+    Rename "$INSTDIR\${FILE}" "$INSTDIR\${FILE}.old"
+    ${IfNot} ${Errors}
+      Rename "$INSTDIR\${FILE}.old" "$INSTDIR\${FILE}"
+      FileOpen $0 "$INSTDIR\${FILE}" a
+    ${EndIf}
+    ${If} ${Errors}
+      StrCpy $R1 yes
+    ${Else}
+      FileClose $0
+    ${EndIf}
+  ${EndIf}
+!macroend
+
 ; A running program cannot be replaced or removed, and it is not ours to end: it may be recording. Silent: gives up with
 ; the exit code 2.
 !macro StopWhileRunning
   ${Do}
-    ClearErrors
-    ${IfNot} ${FileExists} "$INSTDIR\tidewell.exe"
+    StrCpy $R1 no
+    !insertmacro LookWhetherRunning tidewell.exe
+    !insertmacro LookWhetherRunning tidewell.com
+    ${If} $R1 == no
       ${ExitDo}
-    ${EndIf}
-    Rename "$INSTDIR\tidewell.exe" "$INSTDIR\tidewell.exe.old"
-    ${IfNot} ${Errors}
-      Rename "$INSTDIR\tidewell.exe.old" "$INSTDIR\tidewell.exe"
-      FileOpen $0 "$INSTDIR\tidewell.exe" a
-      ${IfNot} ${Errors}
-        FileClose $0
-        ${ExitDo}
-      ${EndIf}
     ${EndIf}
     ${If} ${Silent}
       SetErrorLevel 2
@@ -87,7 +100,7 @@ FunctionEnd
 Function un.onInit
   StrCpy $R0 $INSTDIR
   !insertmacro MULTIUSER_UNINIT
-  ReadRegStr $1 HKLM "Software\Quayside\Tidewell-Setup" "Folder"
+  ReadRegStr $1 HKLM "Software\Quayside\Setup" "Folder"
   ${If} $1 == $R0
     Call un.MultiUser.InstallMode.AllUsers
   ${Else}
@@ -118,7 +131,7 @@ FunctionEnd
 
 ; An installation of the other kind, or in another folder, goes: two of them would be upgraded one at a time.
 !macro RemoveOther ROOT
-  ReadRegStr $1 ${ROOT} "Software\Quayside\Tidewell-Setup" "Folder"
+  ReadRegStr $1 ${ROOT} "Software\Quayside\Setup" "Folder"
   ${If} $1 != ""
   ${AndIf} $1 != $INSTDIR
   ${AndIf} ${FileExists} "$1\uninstall.exe"
@@ -147,7 +160,8 @@ Section "Tidewell"
   ${EndIf}
   WriteUninstaller "$INSTDIR\uninstall.exe"
   CreateShortcut "$SMPROGRAMS\Tidewell.lnk" "$INSTDIR\tidewell.exe"
-  WriteRegStr SHCTX "Software\Quayside\Tidewell-Setup" "Folder" "$INSTDIR"
+  CreateShortcut "$SMPROGRAMS\$(SecondChannel).lnk" "$INSTDIR\tidewell.exe" "--profile 2"
+  WriteRegStr SHCTX "Software\Quayside\Setup" "Folder" "$INSTDIR"
   WriteRegStr SHCTX "${UNINSTALL_KEY}" "DisplayName" "Tidewell"
   WriteRegStr SHCTX "${UNINSTALL_KEY}" "DisplayVersion" "${VERSION}"
   WriteRegStr SHCTX "${UNINSTALL_KEY}" "DisplayIcon" "$INSTDIR\tidewell.exe"
@@ -159,24 +173,64 @@ Section "Tidewell"
   WriteRegDWORD SHCTX "${UNINSTALL_KEY}" "NoRepair" 1
 SectionEnd
 
+; What starts this installation at log-on: an entry for each channel.
+!macro RemoveAutostart
+  StrCpy $R2 '"$INSTDIR\tidewell.exe"'
+  StrLen $R3 $R2
+  StrCpy $R4 0
+  ${Do}
+    ClearErrors
+    EnumRegValue $1 HKCU "Software\Microsoft\Windows\CurrentVersion\Run" $R4
+    ${If} ${Errors}
+      ${ExitDo}
+    ${EndIf}
+    ReadRegStr $2 HKCU "Software\Microsoft\Windows\CurrentVersion\Run" $1
+    StrCpy $2 $2 $R3
+    ${If} $2 == $R2
+      DeleteRegValue HKCU "Software\Microsoft\Windows\CurrentVersion\Run" $1
+    ${Else}
+      IntOp $R4 $R4 + 1
+    ${EndIf}
+  ${Loop}
+!macroend
+
+; Of all channels: "Tidewell" and "Tidewell-NAME".
+!macro RemoveSettings
+  DeleteRegKey HKCU "Software\Quayside\Tidewell"
+  StrCpy $R4 0
+  ${Do}
+    ClearErrors
+    EnumRegKey $1 HKCU "Software\Quayside" $R4
+    ${If} ${Errors}
+    ${OrIf} $1 == ""
+      ${ExitDo}
+    ${EndIf}
+    StrCpy $2 $1 9
+    ${If} $2 == "Tidewell-"
+      DeleteRegKey HKCU "Software\Quayside\$1"
+    ${Else}
+      IntOp $R4 $R4 + 1
+    ${EndIf}
+  ${Loop}
+!macroend
+
 Section "Uninstall"
   !insertmacro StopWhileRunning
   !insertmacro RemoveProgram
   Delete "$INSTDIR\uninstall.exe"
   RMDir "$INSTDIR" ; only when nothing of the owner's is left in it
-  ReadRegStr $1 SHCTX "Software\Quayside\Tidewell-Setup" "Folder"
+  ReadRegStr $1 SHCTX "Software\Quayside\Setup" "Folder"
   ${If} $1 == $INSTDIR
     Delete "$SMPROGRAMS\Tidewell.lnk"
+    Delete "$SMPROGRAMS\Tidewell (second channel).lnk"
+    Delete "$SMPROGRAMS\Tidewell (segundo canal).lnk"
     DeleteRegKey SHCTX "${UNINSTALL_KEY}"
-    DeleteRegKey SHCTX "Software\Quayside\Tidewell-Setup"
+    DeleteRegKey SHCTX "Software\Quayside\Setup"
   ${EndIf}
-  ReadRegStr $1 HKCU "Software\Microsoft\Windows\CurrentVersion\Run" "Tidewell"
-  ${If} $1 == '"$INSTDIR\tidewell.exe"'
-    DeleteRegValue HKCU "Software\Microsoft\Windows\CurrentVersion\Run" "Tidewell"
-  ${EndIf}
+  !insertmacro RemoveAutostart
   ; Silent: the settings stay.
   MessageBox MB_YESNO|MB_ICONQUESTION|MB_DEFBUTTON2 "$(AskSettings)" /SD IDNO IDNO keep
-  DeleteRegKey HKCU "Software\Quayside\Tidewell"
+  !insertmacro RemoveSettings
   DeleteRegKey /ifempty HKCU "Software\Quayside"
 keep:
 SectionEnd

@@ -310,6 +310,52 @@ O bien no se estaba registrando nada entonces, o bien la grabación ya se elimin
         <source>--- end ---</source>
         <translation>--- fin ---</translation>
     </message>
+    <message>
+        <source>Capture Diagnostics</source>
+        <translation>Diagnóstico de captura</translation>
+    </message>
+    <message>
+        <source>Start recording first - diagnostics measure the live capture path, which only runs while recording.</source>
+        <translation>Inicie primero la grabación: el diagnóstico mide la captura en vivo, que solo funciona mientras se graba.</translation>
+    </message>
+</context>
+<context>
+    <name>ChannelMenu</name>
+    <message>
+        <source>(first channel)</source>
+        <translation>(primer canal)</translation>
+    </message>
+    <message>
+        <source>&amp;Channels</source>
+        <translation>&amp;Canales</translation>
+    </message>
+</context>
+<context>
+    <name>ClientCommands</name>
+    <message>
+        <source>%1 is not running.</source>
+        <translation>%1 no está en marcha.</translation>
+    </message>
+    <message>
+        <source>The recording could not be started. The log of the program says why.</source>
+        <translation>No se pudo iniciar la grabación. El registro del programa dice por qué.</translation>
+    </message>
+    <message>
+        <source>There is no setting &quot;%1&quot;. The settings are listed by --get.</source>
+        <translation>No hay ningún ajuste «%1». --get los muestra todos.</translation>
+    </message>
+    <message>
+        <source>%1 is a secret and is not shown.</source>
+        <translation>%1 es secreto y no se muestra.</translation>
+    </message>
+    <message>
+        <source>%1 is running, but does not answer.</source>
+        <translation>%1 está en marcha, pero no responde.</translation>
+    </message>
+    <message>
+        <source>The standard input holds no line for %1.</source>
+        <translation>La entrada estándar no tiene ninguna línea para %1.</translation>
+    </message>
 </context>
 <context>
     <name>CloseDialog</name>
@@ -345,6 +391,171 @@ O bien no se estaba registrando nada entonces, o bien la grabación ya se elimin
         <source>&amp;Cancel</source>
         <translation>&amp;Cancelar</translation>
     </message>
+    <message>
+        <source>Close button set to: %1</source>
+        <translation>Acción del botón Cerrar: %1</translation>
+    </message>
+    <message>
+        <source>minimise to tray</source>
+        <translation>minimización a la bandeja</translation>
+    </message>
+    <message>
+        <source>exit</source>
+        <translation>salida del programa</translation>
+    </message>
+</context>
+<context>
+    <name>CommandLine</name>
+    <message>
+        <source>Records without a window, as a service.</source>
+        <translation>Graba sin ventana, como servicio.</translation>
+    </message>
+    <message>
+        <source>Prints what the running channel does, as JSON. The exit status is 0 while it records, 1 while it is idle, 2 when it does not run.</source>
+        <translation>Muestra en JSON lo que hace el canal en marcha. El estado de salida es 0 mientras graba, 1 en espera y 2 si no está en marcha.</translation>
+    </message>
+    <message>
+        <source>Starts a recording in the running channel.</source>
+        <translation>Inicia una grabación en el canal en marcha.</translation>
+    </message>
+    <message>
+        <source>Stops it.</source>
+        <translation>La detiene.</translation>
+    </message>
+    <message>
+        <source>Ends the running channel.</source>
+        <translation>Termina el canal en marcha.</translation>
+    </message>
+    <message>
+        <source>Changes a setting, also of the running channel. May be given several times. A password is read from the standard input: --set alerts/smtpPass=-</source>
+        <translation>Cambia un ajuste, también del canal en marcha. Puede repetirse. Una contraseña se lee de la entrada estándar: --set alerts/smtpPass=-</translation>
+    </message>
+    <message>
+        <source>Prints the setting named behind it, or all settings.</source>
+        <translation>Muestra el ajuste que se indica detrás, o todos.</translation>
+    </message>
+    <message>
+        <source>Prints what can be recorded and what can trigger, with the settings for it.</source>
+        <translation>Muestra qué se puede grabar y qué puede activar la grabación, con los ajustes para ello.</translation>
+    </message>
+    <message>
+        <source>Writes journal, settings without passwords, versions and diagnostics into a ZIP file.</source>
+        <translation>Escribe el diario, los ajustes sin contraseñas, las versiones y los diagnósticos en un archivo ZIP.</translation>
+    </message>
+    <message>
+        <source>Prints this text.</source>
+        <translation>Muestra este texto.</translation>
+    </message>
+    <message>
+        <source>Prints the version.</source>
+        <translation>Muestra la versión.</translation>
+    </message>
+    <message>
+        <source>The channel that all this is about: letters, digits, - and _. Each channel has its own settings and recordings.</source>
+        <translation>El canal del que se trata: letras, cifras, - y _. Cada canal tiene sus propios ajustes y grabaciones.</translation>
+    </message>
+    <message>
+        <source>Continuous broadcast logging and archiving</source>
+        <translation>Registro y archivo continuo de emisiones</translation>
+    </message>
+    <message>
+        <source>--set needs KEY=VALUE.</source>
+        <translation>--set necesita CLAVE=VALOR.</translation>
+    </message>
+    <message>
+        <source>%1 is a secret and is read from the standard input: --set %1=-</source>
+        <translation>%1 es secreto y se lee de la entrada estándar: --set %1=-</translation>
+    </message>
+    <message>
+        <source>Only one of these options can be given at a time; --help lists them.</source>
+        <translation>Solo se puede dar una de estas opciones a la vez; --help las muestra.</translation>
+    </message>
+    <message>
+        <source>The name of a channel has 1 to %1 letters, digits, - and _.</source>
+        <translation>El nombre de un canal tiene de 1 a %1 letras, cifras, - y _.</translation>
+    </message>
+    <message>
+        <source>--support needs the name of a file.</source>
+        <translation>--support necesita el nombre de un archivo.</translation>
+    </message>
+    <message>
+        <source>&quot;%1&quot; is no option; --help lists them.</source>
+        <translation>«%1» no es una opción; --help las muestra.</translation>
+    </message>
+</context>
+<context>
+    <name>ControlBar</name>
+    <message>
+        <source>■ &amp;Stop</source>
+        <translation>■ &amp;Detener</translation>
+    </message>
+    <message>
+        <source>A&amp;uto</source>
+        <translation>A&amp;uto</translation>
+    </message>
+    <message>
+        <source>● &amp;Record</source>
+        <translation>● &amp;Grabar</translation>
+    </message>
+    <message>
+        <source>&amp;Record</source>
+        <translation>&amp;Grabar</translation>
+    </message>
+    <message>
+        <source>Record in the hours that are marked in the scheduler</source>
+        <translation>Graba en las horas marcadas en el programador</translation>
+    </message>
+    <message>
+        <source>Sc&amp;heduler</source>
+        <translation>&amp;Programador</translation>
+    </message>
+    <message>
+        <source>&amp;Archive</source>
+        <translation>&amp;Archivo sonoro</translation>
+    </message>
+</context>
+<context>
+    <name>DeviceListing</name>
+    <message>
+        <source>Input devices</source>
+        <translation>Dispositivos de entrada</translation>
+    </message>
+    <message>
+        <source>%1 (channels: %2)</source>
+        <translation>%1 (canales: %2)</translation>
+    </message>
+    <message>
+        <source>Playback devices</source>
+        <translation>Dispositivos de reproducción</translation>
+    </message>
+    <message>
+        <source>Serial ports</source>
+        <translation>Puertos serie</translation>
+    </message>
+    <message>
+        <source>MIDI inputs</source>
+        <translation>Entradas MIDI</translation>
+    </message>
+    <message>
+        <source>none found</source>
+        <translation>no se encontró ninguno</translation>
+    </message>
+    <message>
+        <source>Below each device stand the settings that choose it. Their values are percent-encoded: %20 is a space.</source>
+        <translation>Debajo de cada dispositivo están los ajustes que lo eligen. Sus valores usan codificación porcentual: %20 es un espacio.</translation>
+    </message>
+    <message>
+        <source>An empty capture/deviceId or capture/playbackId is the system&apos;s default device.</source>
+        <translation>Un capture/deviceId o capture/playbackId vacío es el dispositivo predeterminado del sistema.</translation>
+    </message>
+    <message>
+        <source>Of an input device, capture/firstChannel=3 capture/channelCount=2 records channels 3 and 4 alone.</source>
+        <translation>De un dispositivo de entrada, capture/firstChannel=3 capture/channelCount=2 graba solo los canales 3 y 4.</translation>
+    </message>
+    <message>
+        <source>For text commands on a serial port, set trigger/kind=2 in place of 1.</source>
+        <translation>Para comandos de texto en un puerto serie, ponga trigger/kind=2 en lugar de 1.</translation>
+    </message>
 </context>
 <context>
     <name>FfmpegEncoder</name>
@@ -367,6 +578,21 @@ O bien no se estaba registrando nada entonces, o bien la grabación ya se elimin
     <message>
         <source>ffmpeg did not finish the file in time.</source>
         <translation>ffmpeg no terminó el archivo a tiempo.</translation>
+    </message>
+</context>
+<context>
+    <name>FolderLock</name>
+    <message>
+        <source>Another Tidewell on the computer %1 records into the folder %2. Choose another folder.</source>
+        <translation>Otro Tidewell en el equipo %1 graba en la carpeta %2. Elija otra carpeta.</translation>
+    </message>
+    <message>
+        <source>The Tidewell channel %1 on the computer %2 records into the folder %3. Choose another folder.</source>
+        <translation>El canal %1 de Tidewell en el equipo %2 graba en la carpeta %3. Elija otra carpeta.</translation>
+    </message>
+    <message>
+        <source>If that computer is out of use, delete the file %1.</source>
+        <translation>Si ese equipo ya no se usa, borre el archivo %1.</translation>
     </message>
 </context>
 <context>
@@ -447,6 +673,44 @@ O bien no se estaba registrando nada entonces, o bien la grabación ya se elimin
     </message>
 </context>
 <context>
+    <name>Journal</name>
+    <message>
+        <source>The journal cannot be written into %1. Its lines wait in memory until it can.</source>
+        <translation>No se puede escribir el diario en %1. Sus líneas esperan en memoria hasta que se pueda.</translation>
+    </message>
+    <message>
+        <source>The journal is written again.</source>
+        <translation>El diario se escribe de nuevo.</translation>
+    </message>
+    <message>
+        <source>The journal cannot be copied into the recordings folder (%1). It is kept in %2 until then.</source>
+        <translation>No se puede copiar el diario en la carpeta de grabaciones (%1). Hasta entonces se guarda en %2.</translation>
+    </message>
+    <message>
+        <source>The journal is copied into the recordings folder again.</source>
+        <translation>El diario se copia de nuevo en la carpeta de grabaciones.</translation>
+    </message>
+</context>
+<context>
+    <name>JournalFeed</name>
+    <message>
+        <source>%1 s of an outage are made up by silence</source>
+        <translation>%1 s de un corte se compensan con silencio</translation>
+    </message>
+    <message>
+        <source>No audio arrives from the source</source>
+        <translation>No llega audio de la fuente</translation>
+    </message>
+    <message>
+        <source>Audio arrives again after %1 s</source>
+        <translation>Llega audio de nuevo después de %1 s</translation>
+    </message>
+    <message>
+        <source>The clock was set by %1 s, or the computer slept</source>
+        <translation>El reloj se ajustó en %1 s, o el equipo estuvo en suspensión</translation>
+    </message>
+</context>
+<context>
     <name>LameEncoder</name>
     <message>
         <source>This build was compiled without LAME support.</source>
@@ -482,22 +746,6 @@ O bien no se estaba registrando nada entonces, o bien la grabación ya se elimin
         <translation>Registro</translation>
     </message>
     <message>
-        <source>● &amp;Record</source>
-        <translation>● &amp;Grabar</translation>
-    </message>
-    <message>
-        <source>A&amp;uto</source>
-        <translation>A&amp;uto</translation>
-    </message>
-    <message>
-        <source>Record in the hours that are marked in the scheduler</source>
-        <translation>Graba en las horas marcadas en el programador</translation>
-    </message>
-    <message>
-        <source>Sc&amp;heduler</source>
-        <translation>&amp;Programador</translation>
-    </message>
-    <message>
         <source>&amp;Tidewell</source>
         <translation>&amp;Tidewell</translation>
     </message>
@@ -530,46 +778,6 @@ O bien no se estaba registrando nada entonces, o bien la grabación ya se elimin
         <translation>&amp;Acerca de Tidewell</translation>
     </message>
     <message>
-        <source>Ready</source>
-        <translation>Listo</translation>
-    </message>
-    <message>
-        <source>Saved %1 (%2)</source>
-        <translation>Guardado: %1 (%2)</translation>
-    </message>
-    <message>
-        <source>exit</source>
-        <translation>salida del programa</translation>
-    </message>
-    <message>
-        <source>Tidewell started</source>
-        <translation>Tidewell iniciado</translation>
-    </message>
-    <message>
-        <source>Trigger: none</source>
-        <translation>Disparo: ninguno</translation>
-    </message>
-    <message>
-        <source>Trigger: ON</source>
-        <translation>Disparo: ACTIVO</translation>
-    </message>
-    <message>
-        <source>Trigger: off</source>
-        <translation>Disparo: inactivo</translation>
-    </message>
-    <message>
-        <source>Schedule updated</source>
-        <translation>Programación actualizada</translation>
-    </message>
-    <message>
-        <source>manual</source>
-        <translation>manual</translation>
-    </message>
-    <message>
-        <source>■ &amp;Stop</source>
-        <translation>■ &amp;Detener</translation>
-    </message>
-    <message>
         <source>Recording</source>
         <translation>Grabando</translation>
     </message>
@@ -577,52 +785,13 @@ O bien no se estaba registrando nada entonces, o bien la grabación ya se elimin
         <source>Idle</source>
         <translation>En espera</translation>
     </message>
-    <message numerus="yes">
-        <source>Silence detected (longer than %n second(s))</source>
-        <translation>
-            <numerusform>Silencio detectado (más de %n segundo)</numerusform>
-            <numerusform>Silencio detectado (más de %n segundos)</numerusform>
-        </translation>
-    </message>
     <message>
         <source>Silence detected on the recorded source.</source>
         <translation>Silencio detectado en la fuente grabada.</translation>
     </message>
     <message>
-        <source>Audio restored</source>
-        <translation>Audio restablecido</translation>
-    </message>
-    <message>
-        <source>Input above full scale - peaks are being limited. Reduce the input gain if this persists.</source>
-        <translation>La entrada supera el fondo de escala: se están limitando los picos. Reduzca la ganancia de entrada si persiste.</translation>
-    </message>
-    <message>
-        <source>Capture Diagnostics</source>
-        <translation>Diagnóstico de captura</translation>
-    </message>
-    <message>
-        <source>Start recording first - diagnostics measure the live capture path, which only runs while recording.</source>
-        <translation>Inicie primero la grabación: el diagnóstico mide la captura en vivo, que solo funciona mientras se graba.</translation>
-    </message>
-    <message>
-        <source>Capture diagnostics: measuring for 10 seconds...</source>
-        <translation>Diagnóstico de captura: midiendo durante 10 segundos...</translation>
-    </message>
-    <message>
         <source>Diagnostics copied to the clipboard</source>
         <translation>Diagnóstico copiado en el portapapeles</translation>
-    </message>
-    <message>
-        <source>Checking for updates...</source>
-        <translation>Buscando actualizaciones...</translation>
-    </message>
-    <message>
-        <source>Close button set to: %1</source>
-        <translation>Acción del botón Cerrar: %1</translation>
-    </message>
-    <message>
-        <source>minimise to tray</source>
-        <translation>minimización a la bandeja</translation>
     </message>
     <message>
         <source>Still recording. Double-click to reopen.</source>
@@ -633,24 +802,8 @@ O bien no se estaba registrando nada entonces, o bien la grabación ya se elimin
         <translation>El programa sigue en marcha. Haga doble clic para abrir la ventana.</translation>
     </message>
     <message>
-        <source>&amp;Record</source>
-        <translation>&amp;Grabar</translation>
-    </message>
-    <message>
         <source>&amp;Settings...</source>
         <translation>&amp;Configuración...</translation>
-    </message>
-    <message>
-        <source>settings changed</source>
-        <translation>cambio de configuración</translation>
-    </message>
-    <message>
-        <source>Settings saved</source>
-        <translation>Configuración guardada</translation>
-    </message>
-    <message>
-        <source>&amp;Archive</source>
-        <translation>&amp;Archivo sonoro</translation>
     </message>
     <message>
         <source>&amp;Archive...</source>
@@ -780,6 +933,14 @@ O bien no se estaba registrando nada entonces, o bien la grabación ya se elimin
         <source>Audio input error (code %1).</source>
         <translation>Error de la entrada de audio (código %1).</translation>
     </message>
+    <message>
+        <source>Channel %1 was asked for, but the device %2 has only %3.</source>
+        <translation>Se pidió el canal %1, pero el dispositivo %2 solo tiene %3.</translation>
+    </message>
+    <message>
+        <source>Channels %1 were asked for, but the device %2 has only %3.</source>
+        <translation>Se pidieron los canales %1, pero el dispositivo %2 solo tiene %3.</translation>
+    </message>
 </context>
 <context>
     <name>Recorder</name>
@@ -842,6 +1003,26 @@ O bien no se estaba registrando nada entonces, o bien la grabación ya se elimin
     <message>
         <source>%1 may be incomplete: %2</source>
         <translation>Puede que %1 esté incompleto: %2</translation>
+    </message>
+    <message>
+        <source>manual</source>
+        <translation>manual</translation>
+    </message>
+    <message>
+        <source>scheduler</source>
+        <translation>programador</translation>
+    </message>
+    <message>
+        <source>trigger</source>
+        <translation>disparo</translation>
+    </message>
+    <message>
+        <source>settings changed</source>
+        <translation>cambio de configuración</translation>
+    </message>
+    <message>
+        <source>exit</source>
+        <translation>salida del programa</translation>
     </message>
 </context>
 <context>
@@ -994,6 +1175,22 @@ O bien no se estaba registrando nada entonces, o bien la grabación ya se elimin
         <source>This codec requires ffmpeg on the PATH.</source>
         <translation>Este códec requiere ffmpeg en el PATH.</translation>
     </message>
+    <message>
+        <source>Channels of the device:</source>
+        <translation>Canales del dispositivo:</translation>
+    </message>
+    <message>
+        <source>A sound card with many inputs may carry several programmes. Choose the pair of channels, or the single one, that is to be recorded here.</source>
+        <translation>Una tarjeta de sonido con muchas entradas puede llevar varios programas. Elija el par de canales, o el canal único, que se grabará aquí.</translation>
+    </message>
+    <message>
+        <source>as the device delivers</source>
+        <translation>como los entrega el dispositivo</translation>
+    </message>
+    <message>
+        <source>%1 only</source>
+        <translation>solo %1</translation>
+    </message>
 </context>
 <context>
     <name>ScheduleController</name>
@@ -1004,10 +1201,6 @@ O bien no se estaba registrando nada entonces, o bien la grabación ya se elimin
     <message>
         <source>Scheduler disabled</source>
         <translation>Programador desactivado</translation>
-    </message>
-    <message>
-        <source>scheduler</source>
-        <translation>programador</translation>
     </message>
     <message>
         <source>Scheduled block %1 - %2</source>
@@ -1115,6 +1308,49 @@ O bien no se estaba registrando nada entonces, o bien la grabación ya se elimin
     </message>
 </context>
 <context>
+    <name>SettingsText</name>
+    <message>
+        <source>There is no setting &quot;%1&quot;. The settings are listed by --get.</source>
+        <translation>No hay ningún ajuste «%1». --get los muestra todos.</translation>
+    </message>
+    <message>
+        <source>The value of %1 is too long.</source>
+        <translation>El valor de %1 es demasiado largo.</translation>
+    </message>
+    <message>
+        <source>&quot;%1&quot; is no value for %2.</source>
+        <translation>«%1» no es un valor para %2.</translation>
+    </message>
+    <message>
+        <source>%1 takes one of: %2.</source>
+        <translation>%1 admite uno de estos: %2.</translation>
+    </message>
+    <message>
+        <source>%1 takes a number from %2 to %3.</source>
+        <translation>%1 admite un número de %2 a %3.</translation>
+    </message>
+    <message>
+        <source>The folder must be an absolute path.</source>
+        <translation>La carpeta debe ser una ruta absoluta.</translation>
+    </message>
+    <message>
+        <source>A schedule has %1 characters, 1 for each hour to record and 0 for the others, from Monday 00:00.</source>
+        <translation>Un horario tiene %1 caracteres: 1 para cada hora que se graba y 0 para las demás, desde el lunes a las 00:00.</translation>
+    </message>
+    <message>
+        <source>The value of %1 must be one line of text.</source>
+        <translation>El valor de %1 debe ser una línea de texto.</translation>
+    </message>
+    <message>
+        <source>There is nothing to change.</source>
+        <translation>No hay nada que cambiar.</translation>
+    </message>
+    <message>
+        <source>The settings could not be stored: %1</source>
+        <translation>No se pudieron guardar los ajustes: %1</translation>
+    </message>
+</context>
+<context>
     <name>SilenceAlert</name>
     <message>
         <source>Silence notification sent</source>
@@ -1158,6 +1394,79 @@ Archivo actual: %5
     <message>
         <source>The SMTP server did not respond in time.</source>
         <translation>El servidor SMTP no respondió a tiempo.</translation>
+    </message>
+</context>
+<context>
+    <name>Station</name>
+    <message>
+        <source>Audio restored</source>
+        <translation>Audio restablecido</translation>
+    </message>
+    <message>
+        <source>Saved %1 (%2)</source>
+        <translation>Guardado: %1 (%2)</translation>
+    </message>
+    <message>
+        <source>Tidewell started</source>
+        <translation>Tidewell iniciado</translation>
+    </message>
+    <message>
+        <source>Schedule updated</source>
+        <translation>Programación actualizada</translation>
+    </message>
+    <message>
+        <source>Checking for updates...</source>
+        <translation>Buscando actualizaciones...</translation>
+    </message>
+    <message>
+        <source>Settings saved</source>
+        <translation>Configuración guardada</translation>
+    </message>
+    <message numerus="yes">
+        <source>Silence detected (longer than %n second(s))</source>
+        <translation>
+            <numerusform>Silencio detectado (más de %n segundo)</numerusform>
+            <numerusform>Silencio detectado (más de %n segundos)</numerusform>
+        </translation>
+    </message>
+    <message>
+        <source>Input above full scale - peaks are being limited. Reduce the input gain if this persists.</source>
+        <translation>La entrada supera el fondo de escala: se están limitando los picos. Reduzca la ganancia de entrada si persiste.</translation>
+    </message>
+    <message>
+        <source>Update available: version %1</source>
+        <translation>Actualización disponible: versión %1</translation>
+    </message>
+    <message>
+        <source>Update check failed: %1</source>
+        <translation>Fallo al buscar actualizaciones: %1</translation>
+    </message>
+    <message>
+        <source>Tidewell has crashed and was started again. This file may tell why: %1</source>
+        <translation>Tidewell falló y se inició de nuevo. Este archivo puede decir por qué: %1</translation>
+    </message>
+    <message>
+        <source>No lock can be made in the recordings folder, so another channel that uses it would not be noticed.</source>
+        <translation>No se puede crear un bloqueo en la carpeta de grabaciones, así que no se advertiría otro canal que la use.</translation>
+    </message>
+</context>
+<context>
+    <name>StatusBar</name>
+    <message>
+        <source>Ready</source>
+        <translation>Listo</translation>
+    </message>
+    <message>
+        <source>Trigger: none</source>
+        <translation>Disparo: ninguno</translation>
+    </message>
+    <message>
+        <source>Trigger: ON</source>
+        <translation>Disparo: ACTIVO</translation>
+    </message>
+    <message>
+        <source>Trigger: off</source>
+        <translation>Disparo: inactivo</translation>
     </message>
 </context>
 <context>
@@ -1243,6 +1552,17 @@ Archivo actual: %5
     </message>
 </context>
 <context>
+    <name>SupportBundle</name>
+    <message>
+        <source>The file %1 cannot be written: %2</source>
+        <translation>No se puede escribir el archivo %1: %2</translation>
+    </message>
+    <message>
+        <source>%1 is no ordinary file.</source>
+        <translation>%1 no es un archivo ordinario.</translation>
+    </message>
+</context>
+<context>
     <name>TrayIcon</name>
     <message>
         <source>&amp;Show</source>
@@ -1278,10 +1598,6 @@ Archivo actual: %5
     <message>
         <source>Trigger off</source>
         <translation>Disparo desactivado</translation>
-    </message>
-    <message>
-        <source>trigger</source>
-        <translation>disparo</translation>
     </message>
 </context>
 <context>
@@ -1452,10 +1768,6 @@ Archivo actual: %5
 <context>
     <name>UpdatePrompt</name>
     <message>
-        <source>Update available: version %1</source>
-        <translation>Actualización disponible: versión %1</translation>
-    </message>
-    <message>
         <source>Skipping version %1</source>
         <translation>Se omite la versión %1</translation>
     </message>
@@ -1466,10 +1778,6 @@ Archivo actual: %5
     <message>
         <source>You are running the latest version (%1).</source>
         <translation>Está utilizando la última versión (%1).</translation>
-    </message>
-    <message>
-        <source>Update check failed: %1</source>
-        <translation>Fallo al buscar actualizaciones: %1</translation>
     </message>
     <message>
         <source>Could not check for updates.
@@ -1641,6 +1949,10 @@ Archivo actual: %5
     <message>
         <source>Tidewell is already running.</source>
         <translation>Tidewell ya está en marcha.</translation>
+    </message>
+    <message>
+        <source>Commands from the command line will not arrive: %1</source>
+        <translation>Las órdenes de la línea de órdenes no llegarán: %1</translation>
     </message>
 </context>
 </TS>

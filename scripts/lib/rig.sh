@@ -65,7 +65,7 @@ start_display() {
   within 15 xdotool getwindowfocus >/dev/null 2>&1 || give_up "the window manager did not start" windowmanager
 }
 
-# Fails when the file is shorter than so many seconds, or holds only silence.
+# Fails when the file is shorter than that many seconds, or holds only silence.
 holds_sound() { # FILE SECONDS
   local duration peak
   duration=$(ffprobe -v error -show_entries format=duration -of default=nk=1:nw=1 "$1") || return 1

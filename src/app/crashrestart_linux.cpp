@@ -10,7 +10,7 @@
 // What the handlers use is made beforehand and never freed; they call async-signal-safe functions only.
 namespace {
 
-char* restartArguments[3] = {};
+char** restartArguments = nullptr; ///< ends with null, as execv() wants it
 
 // A stack overflow leaves no room for a handler on the normal stack.
 alignas(16) char handlerStack[64 * 1024];
@@ -32,10 +32,12 @@ alignas(16) char handlerStack[64 * 1024];
 
 } // namespace
 
-void CrashRestart::prepare()
+void CrashRestart::prepare(const QStringList& arguments)
 {
+    restartArguments = new char*[size_t(arguments.size()) + 2]();
     restartArguments[0] = qstrdup(QFile::encodeName(QCoreApplication::applicationFilePath()));
-    restartArguments[1] = const_cast<char*>(RestartedArgument);
+    for (qsizetype i = 0; i < arguments.size(); ++i)
+        restartArguments[i + 1] = qstrdup(QFile::encodeName(arguments.at(i)));
 
     // Who reads our messages may go at any time. Neither this process nor the next, which inherits this, shall die of
     // it.
@@ -59,6 +61,6 @@ void CrashRestart::handle(int signalNumber, void (*handler)(int))
 
 void CrashRestart::restart()
 {
-    if (restartArguments[0] && _Fork() == 0)
+    if (restartArguments && _Fork() == 0)
         becomeNewProcess();
 }

@@ -16,10 +16,10 @@ std::wstring& commandLine = *new std::wstring;
 
 } // namespace
 
-void CrashRestart::prepare()
+void CrashRestart::prepare(const QStringList& arguments)
 {
     executable = QDir::toNativeSeparators(QCoreApplication::applicationFilePath()).toStdWString();
-    commandLine = L'"' + executable + L"\" " + QString::fromLatin1(RestartedArgument).toStdWString();
+    commandLine = L'"' + executable + L"\" " + arguments.join(u' ').toStdWString(); // none of them needs quotes
 
     ULONG reserve = 64 * 1024;
     SetThreadStackGuarantee(&reserve);

@@ -1,79 +1,115 @@
-#include "app/appsettings.h"
-#include "app/crashrestart.h"
+#include "app/clientcommands.h"
+#include "app/commandline.h"
+#include "app/consoletwin.h"
+#include "app/servicemanager.h"
+#include "app/startup.h"
 #include "app/terminationsignals.h"
-#include "app/theme.h"
+#include "settings/appsettings.h"
+#include "settings/channel.h"
+#include "station/controlserver.h"
+#include "station/station.h"
 #include "ui/mainwindow.h"
+#include "ui/theme.h"
 
 #include <QApplication>
-#include <QDir>
 #include <QIcon>
-#include <QLibraryInfo>
-#include <QLocale>
-#include <QLockFile>
 #include <QMessageBox>
-#include <QTranslator>
 
-#include <chrono>
-
-using namespace std::chrono_literals;
+#include <cstdio>
 
 namespace {
 
-void nameApplication()
+using Action = CommandLine::Action;
+
+QString alreadyRunning()
 {
-    QCoreApplication::setOrganizationName(QStringLiteral("Quayside"));
-    QCoreApplication::setOrganizationDomain(QStringLiteral("quayside.example"));
-    QCoreApplication::setApplicationName(QStringLiteral("Tidewell"));
-    QCoreApplication::setApplicationVersion(QStringLiteral(TIDEWELL_VERSION));
+    return Channel::named(QCoreApplication::translate("main", "Tidewell is already running."));
+}
+
+/// Ready for other processes' commands. Without it the program records all the same.
+void listen(ControlServer& control, Station& station)
+{
+    if (!control.listen())
+        station.logError(QCoreApplication::translate("main", "Commands from the command line will not arrive: %1")
+                             .arg(control.errorString()));
+}
+
+int runWindow(const CommandLine& line)
+{
     QApplication::setWindowIcon(QIcon(QStringLiteral(":/branding/icon.png")));
-}
-
-void installTranslator(const QLocale& locale, const QString& name, const QString& folder)
-{
-    auto translator = std::make_unique<QTranslator>();
-    if (translator->load(locale, name, QStringLiteral("_"), folder)) {
-        QCoreApplication::installTranslator(translator.get());
-        translator.release()->setParent(qApp);
+    Theme::apply(AppSettings::instance().theme);
+    StartUp::armCrashHandlers(line);
+    StartUp::InstanceLock lock;
+    if (!lock.take()) {
+        QMessageBox::information(nullptr, QCoreApplication::translate("main", "Tidewell"), alreadyRunning());
+        return 0;
     }
-}
-
-void installTranslations(const QString& language)
-{
-    const QLocale locale = language.isEmpty() ? QLocale::system() : QLocale(language);
-    QLocale::setDefault(locale); // dates and numbers speak the language of the texts
-    installTranslator(locale, QStringLiteral("qtbase"), QLibraryInfo::path(QLibraryInfo::TranslationsPath));
-    installTranslator(locale, QStringLiteral("tidewell"), QStringLiteral(":/i18n"));
-}
-
-int runWindow()
-{
     QApplication::setQuitOnLastWindowClosed(false);
     MainWindow window;
+    StartUp::mentionCrash(*window.station());
+    ControlServer control(*window.station());
+    QObject::connect(&control, &ControlServer::showRequested, &window, &MainWindow::bringToFront);
+    listen(control, *window.station());
     const TerminationSignals signals;
     QObject::connect(&signals, &TerminationSignals::terminationRequested, &window, &MainWindow::exit);
+    QObject::connect(&signals, &TerminationSignals::hangUp, &window, &MainWindow::exit); // the terminal has gone
     window.show();
     return QApplication::exec();
+}
+
+int runHeadless(const CommandLine& line)
+{
+    StartUp::armCrashHandlers(line);
+    StartUp::InstanceLock lock;
+    if (!lock.take()) {
+        std::fprintf(stderr, "%s\n", qPrintable(alreadyRunning()));
+        return ClientCommands::Failed;
+    }
+    Station station;
+    ControlServer control(station);
+    const TerminationSignals signals;
+    ServiceManager::Reporter manager;
+    QObject::connect(&signals, &TerminationSignals::terminationRequested, &station, &Station::exit);
+    QObject::connect(&signals, &TerminationSignals::hangUp, &station, &Station::reloadSettings);
+    QObject::connect(&station, &Station::exitRequested, &manager, &ServiceManager::Reporter::stopping);
+    QObject::connect(&station, &Station::exitRequested, &station, [] { QCoreApplication::exit(); });
+    listen(control, station);
+    station.begin();
+    StartUp::mentionCrash(station);
+    manager.ready();
+    const int status = QCoreApplication::exec();
+    AppSettings::instance().saveSerial(); // a window saves all when it goes
+    return status;
 }
 
 } // namespace
 
 int main(int argc, char* argv[])
 {
-    QApplication app(argc, argv);
-    nameApplication();
-    AppSettings& settings = AppSettings::instance();
-    settings.load();
-    Theme::apply(settings.theme);
-    installTranslations(settings.language);
-    CrashRestart::install(settings.restartOnCrash);
-
-    // Two instances would record the same source into the same files.
-    QLockFile lock(QDir::temp().filePath(QStringLiteral("tidewell.lock")));
-    lock.setStaleLockTime(0ms);
-    if (!lock.tryLock(200ms)) {
-        QMessageBox::information(nullptr, QCoreApplication::translate("main", "Tidewell"),
-                                 QCoreApplication::translate("main", "Tidewell is already running."));
-        return 0;
+    QStringList raw;
+    for (int i = 0; i < argc; ++i)
+        raw << QString::fromLocal8Bit(argv[i]);
+    const bool needsNoDisplay = CommandLine::needsNoDisplay(raw);
+    if (!needsNoDisplay) {
+        if (const auto status = ConsoleTwin::handWindowOver())
+            return *status;
     }
-    return runWindow();
+    const auto app =
+        needsNoDisplay ? std::make_unique<QCoreApplication>(argc, argv) : std::make_unique<QApplication>(argc, argv);
+    StartUp::nameApplication();
+    const auto parsed = CommandLine::parse(QCoreApplication::arguments());
+    if (const auto* wrong = std::get_if<QString>(&parsed)) {
+        std::fprintf(stderr, "%s\n", qPrintable(*wrong));
+        return ClientCommands::WrongUsage;
+    }
+    const auto& line = std::get<CommandLine>(parsed);
+    StartUp::loadSettings(line);
+    switch (line.action) {
+    case Action::Window:
+        return runWindow(line);
+    case Action::Headless:
+        return runHeadless(line);
+    default:
+        return ClientCommands::run(line);
+    }
 }

@@ -2,6 +2,7 @@
 
 #include <QSocketNotifier>
 
+#include <algorithm>
 #include <cerrno>
 #include <csignal>
 #include <fcntl.h>
@@ -12,10 +13,10 @@ namespace {
 // A handler may do next to nothing; it writes a byte, and the event loop reads it.
 int pipeEnds[2] = {-1, -1};
 
-void onSignal(int)
+void onSignal(int number)
 {
     const int savedErrno = errno;
-    const char byte = 0;
+    const char byte = char(number);
     [[maybe_unused]] const auto written = write(pipeEnds[1], &byte, 1);
     errno = savedErrno;
 }
@@ -28,9 +29,14 @@ TerminationSignals::TerminationSignals(QObject* parent) : QObject(parent)
         return;
     auto* notifier = new QSocketNotifier(pipeEnds[0], QSocketNotifier::Read, this);
     connect(notifier, &QSocketNotifier::activated, this, [this] {
-        char byte;
-        [[maybe_unused]] const auto count = read(pipeEnds[0], &byte, 1);
-        Q_EMIT terminationRequested();
+        // All at once: a hundred requests for the settings are one, and an end goes before them.
+        char numbers[512];
+        const auto count = std::max<ssize_t>(0, read(pipeEnds[0], numbers, sizeof numbers));
+        const bool end = std::any_of(numbers, numbers + count, [](char number) { return number != SIGHUP; });
+        if (end)
+            Q_EMIT terminationRequested();
+        else if (count > 0)
+            Q_EMIT hangUp();
     });
     struct sigaction action = {};
     action.sa_handler = onSignal;

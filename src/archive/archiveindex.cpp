@@ -2,6 +2,7 @@
 
 #include "archive/durationprobe.h"
 #include "archive/recordsfile.h"
+#include "settings/codectable.h"
 
 #include <QDir>
 #include <QDirIterator>
@@ -12,7 +13,6 @@
 #include <QSet>
 
 #include <algorithm>
-#include <limits>
 #include <utility>
 
 namespace {
@@ -23,9 +23,11 @@ constexpr qint64 MaxIndexBytes = 256 * 1024 * 1024;
 
 bool isAudioFile(const QString& name)
 {
-    static constexpr QStringView Endings[] = {u".mp3", u".ogg", u".wav", u".flac", u".m4a"};
-    return std::any_of(std::begin(Endings), std::end(Endings),
-                       [&](QStringView ending) { return name.endsWith(ending, Qt::CaseInsensitive); });
+    return std::any_of(Codecs.begin(), Codecs.end(), [&name](const CodecRow& codec) {
+        const QLatin1String extension(codec.extension);
+        const auto dot = name.size() - extension.size() - 1;
+        return dot >= 0 && name.at(dot) == u'.' && name.endsWith(extension, Qt::CaseInsensitive);
+    });
 }
 
 /// A record of a file that the index does not know yet, or of which it knows no start but perhaps a length.
@@ -45,11 +47,7 @@ RecordInfo newRecord(const QFileInfo& file, const QString& path, qint64 duration
 
 } // namespace
 
-ArchiveIndex::Entry::Entry(RecordInfo info)
-    : record(std::move(info)),
-      startMs(record.start.isValid() ? record.start.toMSecsSinceEpoch() : std::numeric_limits<qint64>::min())
-{
-}
+ArchiveIndex::Entry::Entry(RecordInfo info) : record(std::move(info)), startMs(record.startMs()) {}
 
 ArchiveIndex::ArchiveIndex(QObject* parent) : QObject(parent)
 {
@@ -200,10 +198,7 @@ RecordInfo ArchiveIndex::recordAt(const QDateTime& moment) const
             continue;
         if (!newest || entry.startMs >= newest->startMs)
             newest = &entry;
-        // Unsigned, because the distance of two moments can exceed a qint64.
-        const qint64 duration = entry.record.durationMs;
-        const bool covers =
-            duration > 0 && entry.startMs <= at && quint64(at) - quint64(entry.startMs) < quint64(duration);
+        const bool covers = entry.startMs <= at && at < entry.record.endMs(entry.startMs);
         if (covers && (!covering || entry.startMs < covering->startMs))
             covering = &entry;
     }

@@ -30,12 +30,11 @@ public:
     void setOpenFile(const QString& fileName) { m_openFile = fileName; }
     /// Removes the first entry with exactly this path, if there is one; saves in any case.
     void removeRecord(const QString& filePath);
-    /// Removes every entry with one of these paths, then saves once and tells once, which for many is much faster.
+    /// Removes every entry with one of these paths, then saves once and emits changed() once, which is faster.
     void removeRecords(const QStringList& filePaths);
 
     QList<RecordInfo> records() const;
-    /// The starts of records(), in its order, in ms since the epoch; the lowest number where it is unknown. A local
-    /// QDateTime asks the time zone for that at each use, which takes 0.15 s or more for 100,000 of them.
+    /// RecordInfo::startMs() of each of records(), in its order, without computing it anew.
     QList<qint64> startsMs() const;
     /// The recording that covers this moment (start included, end excluded), or an empty record. Only the newest
     /// recording may be of unknown length: it counts as running until now.
@@ -48,7 +47,7 @@ Q_SIGNALS:
     void changed();
 
 private:
-    /// A record with its start as startsMs() tells it.
+    /// A record with its startMs().
     struct Entry {
         explicit Entry(RecordInfo info);
 

@@ -1,7 +1,7 @@
 #include "archive/housekeeper.h"
 
-#include "app/appsettings.h"
 #include "archive/archiveindex.h"
+#include "settings/appsettings.h"
 
 #include <QFile>
 
@@ -59,6 +59,7 @@ void Housekeeper::deleteNext()
     } else if (record.start < oldest && QFile::remove(record.filePath)) {
         m_index->removeRecord(record.filePath);
         ++m_deleted;
+        Q_EMIT deleted(record.filePath);
     }
     if (!m_due.isEmpty()) {
         QTimer::singleShot(0, this, &Housekeeper::deleteNext);

@@ -17,7 +17,7 @@ public:
     /// Nothing of this run is delivered afterwards. Without effect while stopped.
     virtual void stop() = 0;
     virtual bool isRunning() const = 0;
-    /// One line that names the source for people.
+    /// One line with the source's display name.
     virtual QString description() const = 0;
 
 Q_SIGNALS:
@@ -25,10 +25,12 @@ Q_SIGNALS:
     void dataReady(const QByteArray& pcmS16);
     /// A failure, told in a sentence for the operator.
     void errorOccurred(const QString& message);
-    /// true after a successful start(), false when the source stopped. A source that reconnects may skip the latter.
+    /// true after a successful start(), false when the source stopped; a source that reconnects may skip the false.
     void runningChanged(bool running);
     /// Something that the source gets over by itself, such as a reconnect.
     void warning(const QString& message);
     /// At least one sample of the last block was beyond GainStage::Threshold after the gain.
     void overloadDetected();
+    /// Silence that replaces an outage of this length follows as data.
+    void timeMadeUp(qint64 ms);
 };

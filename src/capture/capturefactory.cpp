@@ -1,9 +1,9 @@
 #include "capture/capturefactory.h"
 
-#include "app/appsettings.h"
 #include "capture/loopback.h"
 #include "capture/qtaudiocapture.h"
 #include "capture/streamcapture.h"
+#include "settings/appsettings.h"
 
 #include <QMediaDevices>
 

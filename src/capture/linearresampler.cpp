@@ -1,6 +1,6 @@
 #include "capture/linearresampler.h"
 
-#include "capture/quickround.h"
+#include "capture/rounding.h"
 
 #include <QtEndian>
 

@@ -13,7 +13,7 @@ struct LinearResampler {
     /// Read position in input frames, relative to the start of the next block. Always a multiple of 1 / dstRate;
     /// between -1 and 0 it lies between the last frame of the previous block and the first of this one.
     double pos = 0.0;
-    QList<qint16> last; ///< the last frame of the previous block, one value a channel
+    QList<qint16> last; ///< the last frame of the previous block, one value per channel
 
     /// Arguments below 1 are taken as 1. Forgets the previous stream.
     void init(int channelCount, int sourceRate, int targetRate);

@@ -3,7 +3,7 @@
 #include "capture/pulseconnection_linux.h"
 #include "capture/pulseloopbackcapture_linux.h"
 
-#include <QDeadlineTimer>
+#include <chrono>
 
 using namespace std::chrono_literals;
 
@@ -11,11 +11,7 @@ QList<PlaybackDevice> playbackDevices()
 {
     constexpr auto AtMost = 2s;
     PulseConnection server;
-    QDeadlineTimer left(AtMost);
-    while (server.revision() == 0 && !left.hasExpired()) {
-        if (!server.turn(std::chrono::milliseconds(left.remainingTime())))
-            break;
-    }
+    server.waitForLists(AtMost);
     QList<PlaybackDevice> devices;
     for (const PulseSink& sink : server.sinks())
         devices.append({sink.name, sink.description});

@@ -2,7 +2,7 @@
 
 #include <QByteArrayView>
 
-/// The samples of a device's mix, as they come from it: interleaved, little-endian.
+/// The format of the samples that a device delivers, interleaved and little-endian.
 struct MixFormat {
     int sampleRate = 0; ///< Hz
     int channels = 0;

@@ -1,14 +1,12 @@
 #include "capture/pcmconvert.h"
 
-#include "capture/quickround.h"
+#include "capture/rounding.h"
 
 #include <QVarLengthArray>
 #include <QtEndian>
 
 #include <algorithm>
 #include <cmath>
-#include <cstring>
-#include <type_traits>
 
 namespace {
 
@@ -74,9 +72,10 @@ double limited(double y, bool limiter)
     return std::clamp(y, -32768.0, 32767.0);
 }
 
-/// Decodes, amplifies and limits `count` samples, one by one. \return how many were beyond the threshold.
+/// Decodes, amplifies and limits `count` samples. `out` may be `in` where both are 16-bit.
+/// \return how many were beyond the threshold.
 template <class Format>
-quint64 convertExactly(const uchar* in, qint64 count, uchar* out, const GainStage& stage)
+quint64 convertSamples(const uchar* in, qint64 count, uchar* out, const GainStage& stage)
 {
     quint64 overs = 0;
     for (qint64 i = 0; i < count; ++i) {
@@ -90,43 +89,15 @@ quint64 convertExactly(const uchar* in, qint64 count, uchar* out, const GainStag
     return overs;
 }
 
-/// Converts groups the short way, up to the first that has to go the exact way. \return how many.
-template <class Format>
-qint64 convertGroups(const QuickRound& quick, const uchar* in, qint64 groups, uchar* out)
-{
-    constexpr int Group = QuickRound::Group;
-    if constexpr (std::is_same_v<Format, Float32>)
-        return quick(in, groups, out);
-    for (qint64 group = 0; group < groups; ++group, in += Group * Format::Bytes, out += Group * 2) {
-        float samples[Group];
-        for (int i = 0; i < Group; ++i)
-            samples[i] = float(Format::read(in + i * Format::Bytes));
-        qint16 rounded[Group]; // not in `out`, which may be `in`: a group in doubt is read once more
-        if (quick(reinterpret_cast<const uchar*>(samples), 1, reinterpret_cast<uchar*>(rounded)) == 0)
-            return group;
-        std::memcpy(out, rounded, sizeof rounded);
-    }
-    return groups;
-}
-
-/// Does what convertExactly() does, but hands it only the groups that need it. `out` may be `in` where both are 16-bit.
-template <class Format>
-quint64 convertSamples(const uchar* in, qint64 count, uchar* out, const GainStage& stage)
-{
-    const QuickRound quick(Format::Scale * stage.gain);
-    quint64 overs = 0;
-    while (count > 0) {
-        const qint64 done = convertGroups<Format>(quick, in, count / QuickRound::Group, out) * QuickRound::Group;
-        const qint64 exact = std::min<qint64>(count - done, QuickRound::Group);
-        overs += convertExactly<Format>(in + done * Format::Bytes, exact, out + done * 2, stage);
-        in += (done + exact) * Format::Bytes;
-        out += (done + exact) * 2;
-        count -= done + exact;
-    }
-    return overs;
-}
+/// The channels of a source that count, within its frames.
+struct Used {
+    int frameChannels; ///< all of the source's
+    int skip; ///< channels before the first that counts
+    int channels;
+};
 
 /// Decodes one frame into dstChannels values on the 16-bit scale.
+/// \param frame begins with the first channel that counts.
 template <class Format>
 void remapFrame(const uchar* frame, int srcChannels, int dstChannels, double* values)
 {
@@ -142,20 +113,20 @@ void remapFrame(const uchar* frame, int srcChannels, int dstChannels, double* va
 }
 
 template <class Format>
-quint64 convertFrames(const uchar* in, qint64 frames, int srcChannels, int dstChannels, uchar* out,
-                      const GainStage& stage)
+quint64 convertFrames(const uchar* in, qint64 frames, Used used, int dstChannels, uchar* out, const GainStage& stage)
 {
-    if (srcChannels == dstChannels)
-        return convertSamples<Format>(in, frames * srcChannels, out, stage);
+    if (used.channels == dstChannels && used.frameChannels == dstChannels)
+        return convertSamples<Format>(in, frames * dstChannels, out, stage);
 
     // Few enough frames at a time that their values stay in the processor's cache.
     constexpr qint64 BlockFrames = 256;
     QVarLengthArray<double, 2 * BlockFrames> values(std::min(frames, BlockFrames) * dstChannels);
+    in += used.skip * Format::Bytes;
     quint64 overs = 0;
     for (qint64 done = 0; done < frames; done += BlockFrames) {
         const qint64 block = std::min(frames - done, BlockFrames);
         for (qint64 i = 0; i < block; ++i)
-            remapFrame<Format>(in + (done + i) * srcChannels * Format::Bytes, srcChannels, dstChannels,
+            remapFrame<Format>(in + (done + i) * used.frameChannels * Format::Bytes, used.channels, dstChannels,
                                values.data() + i * dstChannels);
         overs += convertSamples<Decoded>(reinterpret_cast<const uchar*>(values.constData()), block * dstChannels,
                                          out + done * dstChannels * 2, stage);
@@ -163,7 +134,7 @@ quint64 convertFrames(const uchar* in, qint64 frames, int srcChannels, int dstCh
     return overs;
 }
 
-using Conversion = quint64 (*)(const uchar*, qint64, int, int, uchar*, const GainStage&);
+using Conversion = quint64 (*)(const uchar*, qint64, Used, int, uchar*, const GainStage&);
 
 /// \return null for a format that reads as silence.
 Conversion conversionFor(int bitsPerSample, bool isFloat)
@@ -198,27 +169,29 @@ double GainStage::factorFromDb(double db)
 }
 
 QByteArray convertToS16(const uchar* data, qint64 bytes, int srcChannels, int bitsPerSample, bool isFloat,
-                        int dstChannels, const GainStage& gain)
+                        int dstChannels, const GainStage& gain, const ChannelPick& pick)
 {
     const qint64 frameBytes = bitsPerSample > 0 && srcChannels > 0 ? qint64(bitsPerSample / 8) * srcChannels : 0;
     const qint64 frames = frameBytes > 0 ? bytes / frameBytes : 0;
-    if (frames <= 0 || dstChannels <= 0)
+    if (frames <= 0 || dstChannels <= 0 || !pick.fits(srcChannels))
         return {};
     const Conversion convert = conversionFor(bitsPerSample, isFloat);
     const qsizetype size = frames * dstChannels * 2;
     if (!convert)
         return QByteArray(size, '\0');
     QByteArray pcm(size, Qt::Uninitialized);
-    report(convert(data, frames, srcChannels, dstChannels, reinterpret_cast<uchar*>(pcm.data()), gain), gain);
+    const Used used =
+        pick.isEverything() ? Used{srcChannels, 0, srcChannels} : Used{srcChannels, pick.first - 1, pick.count};
+    report(convert(data, frames, used, dstChannels, reinterpret_cast<uchar*>(pcm.data()), gain), gain);
     return pcm;
 }
 
 QByteArray convertToS16(const uchar* data, qint64 bytes, const QAudioFormat& format, int dstChannels,
-                        const GainStage& gain)
+                        const GainStage& gain, const ChannelPick& pick)
 {
     // An unknown sample format has zero bytes, so that nothing is converted.
     return convertToS16(data, bytes, format.channelCount(), format.bytesPerSample() * 8,
-                        format.sampleFormat() == QAudioFormat::Float, dstChannels, gain);
+                        format.sampleFormat() == QAudioFormat::Float, dstChannels, gain, pick);
 }
 
 void applyGainS16(QByteArray& pcm, const GainStage& gain)

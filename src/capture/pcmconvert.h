@@ -1,5 +1,7 @@
 #pragma once
 
+#include "capture/channelpick.h"
+
 #include <QAudioFormat>
 #include <QByteArray>
 
@@ -19,15 +21,17 @@ struct GainStage {
 /// \param data interleaved little-endian samples: integers of 8 (unsigned), 16, 24 or 32 bits, floats of 32 or 64 bits;
 ///        any other width is read as silence. A trailing partial frame is ignored.
 /// \param bytes length of data.
+/// \param pick the source channels that are used; all others are ignored.
 /// One target channel gets the mean of all source channels; more target channels than source channels repeat the last
 /// one; fewer keep the first ones.
-/// \return frames x dstChannels samples; empty when an argument is not positive or no whole frame is there.
+/// \return frames x dstChannels samples; empty when an argument is not positive, no whole frame is there, or the source
+///         lacks the channels picked.
 QByteArray convertToS16(const uchar* data, qint64 bytes, int srcChannels, int bitsPerSample, bool isFloat,
-                        int dstChannels, const GainStage& gain);
+                        int dstChannels, const GainStage& gain, const ChannelPick& pick = {});
 
-/// The same, with width, kind and channel count taken from a device's format; empty for an unknown sample format.
+/// convertToS16() with width, kind and channel count taken from a device's format; empty for an unknown sample format.
 QByteArray convertToS16(const uchar* data, qint64 bytes, const QAudioFormat& format, int dstChannels,
-                        const GainStage& gain);
+                        const GainStage& gain, const ChannelPick& pick = {});
 
 /// Gain and limiter in place, on a block that is 16-bit already. Leaves the block alone, and counts nothing, when the
 /// gain is 1 (within 1e-12) and the limiter is off. An odd last byte stays as it is.

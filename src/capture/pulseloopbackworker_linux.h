@@ -1,8 +1,7 @@
 #pragma once
 
 #include "capture/loopbackworker.h"
-
-#include <pulse/pulseaudio.h>
+#include "capture/pulsestream_linux.h"
 
 #include <memory>
 
@@ -15,9 +14,6 @@ class PulseLoopbackWorker : public LoopbackWorker {
 public:
     using LoopbackWorker::LoopbackWorker;
 
-    /// The format to record a monitor in: its own, where conversion reads that; any other comes as floats.
-    static MixFormat formatFor(pa_sample_spec& monitor);
-
 protected:
     void run() override;
 
@@ -27,10 +23,7 @@ private:
     bool follow(PulseConnection& server);
     void drain();
 
-    struct Release {
-        void operator()(pa_stream* stream) const;
-    };
-    std::unique_ptr<pa_stream, Release> m_stream; ///< worker's thread only
+    std::unique_ptr<PulseStream> m_stream; ///< worker's thread only
     int m_seenRevision = 0;
     quint32 m_monitorIndex = 0; ///< what m_stream records
     int m_failures = 0; ///< since a stream last delivered

@@ -1,7 +1,8 @@
 #include "capture/qtaudiocapture.h"
 
-#include "app/appsettings.h"
+#include "capture/channelreader.h"
 #include "capture/pcmconvert.h"
+#include "settings/appsettings.h"
 
 #include <QAudioSource>
 #include <QMediaDevices>
@@ -23,9 +24,12 @@ QAudioDevice chosenDevice(const QByteArray& id)
     return QMediaDevices::defaultAudioInput();
 }
 
-/// The wanted format where the device takes it, else the device's own; conversion deals with the difference.
-QAudioFormat negotiate(const QAudioDevice& device, const PcmFormat& wanted)
+/// The wanted format where the device takes it, else the device's own; conversion deals with the difference. Only the
+/// device's own format has all of its channels, each in its place.
+QAudioFormat negotiate(const QAudioDevice& device, const PcmFormat& wanted, const ChannelPick& pick)
 {
+    if (!pick.isEverything())
+        return device.preferredFormat();
     QAudioFormat format;
     format.setSampleFormat(QAudioFormat::Int16);
     format.setChannelCount(wanted.channels);
@@ -58,7 +62,24 @@ bool QtAudioCapture::start(const PcmFormat& format)
         Q_EMIT errorOccurred(tr("No audio input device is available."));
         return false;
     }
-    m_format = negotiate(m_device, format);
+    const AppSettings& settings = AppSettings::instance();
+    m_pick = ChannelPick::fromSettings(settings.firstChannel, settings.channelCount);
+    // Not maximumChannelCount(): that is as many as the server could make of the device's.
+    if (const int channels = m_device.preferredFormat().channelCount(); !m_pick.fits(channels)) {
+        Q_EMIT errorOccurred(lacksChannelsText(m_pick, m_device.description(), channels));
+        return false;
+    }
+    if (!m_pick.isEverything())
+        m_reader.reset(createChannelReader(m_device, m_pick, nullptr));
+    if (m_reader ? !startReader() : !startSource())
+        return false;
+    Q_EMIT runningChanged(true);
+    return true;
+}
+
+bool QtAudioCapture::startSource()
+{
+    m_format = negotiate(m_device, m_target, m_pick);
     if (!m_device.isFormatSupported(m_format)) {
         Q_EMIT errorOccurred(tr("The device %1 does not accept a usable capture format.").arg(m_device.description()));
         return false;
@@ -72,21 +93,40 @@ bool QtAudioCapture::start(const PcmFormat& format)
     connect(m_source.get(), &QAudioSource::stateChanged, this, &QtAudioCapture::onStateChanged);
     m_io = m_source->start();
     if (!m_io) {
-        Q_EMIT errorOccurred(tr("Could not open the audio input device."));
+        Q_EMIT errorOccurred(openFailedText());
         discardSource();
         return false;
     }
     connect(m_io, &QIODevice::readyRead, this, &QtAudioCapture::onReadyRead);
-    Q_EMIT runningChanged(true);
     return true;
+}
+
+/// That the reader ends is no news: as with a source, its error is told, and the consumer decides.
+bool QtAudioCapture::startReader()
+{
+    connect(m_reader.get(), &AudioCapture::dataReady, this, &AudioCapture::dataReady);
+    connect(m_reader.get(), &AudioCapture::errorOccurred, this, &AudioCapture::errorOccurred);
+    connect(m_reader.get(), &AudioCapture::overloadDetected, this, &AudioCapture::overloadDetected);
+    if (m_reader->start(m_target))
+        return true;
+    discardReader();
+    return false;
 }
 
 void QtAudioCapture::stop()
 {
-    if (!m_source)
+    if (!isRunning())
         return;
-    discardSource();
+    m_reader ? discardReader() : discardSource();
     Q_EMIT runningChanged(false);
+}
+
+/// Has it deleted later: it may be its own signal that leads here.
+void QtAudioCapture::discardReader()
+{
+    m_reader->disconnect(this);
+    m_reader->stop();
+    m_reader.reset();
 }
 
 /// Stops the source and has it deleted later: it may be its own signal that leads here.
@@ -113,7 +153,7 @@ void QtAudioCapture::onReadyRead()
     quint64 overs = 0;
     const GainStage gain{GainStage::factorFromDb(settings.inputGainDb), settings.softLimit, &overs};
     const QByteArray block = convertToS16(reinterpret_cast<const uchar*>(bytes.constData()), bytes.size(), m_format,
-                                          m_target.channels, gain);
+                                          m_target.channels, gain, m_pick);
     if (overs > 0)
         Q_EMIT overloadDetected();
     const QByteArray resampled = m_resampler.process(block);
@@ -127,5 +167,22 @@ void QtAudioCapture::onStateChanged()
         return;
     const QAudio::Error error = m_source->error();
     if (error != QAudio::NoError && error != QAudio::UnderrunError)
-        Q_EMIT errorOccurred(tr("Audio input error (code %1).").arg(int(error)));
+        Q_EMIT errorOccurred(inputErrorText(error));
+}
+
+QString QtAudioCapture::openFailedText()
+{
+    return tr("Could not open the audio input device.");
+}
+
+QString QtAudioCapture::inputErrorText(QAudio::Error error)
+{
+    return tr("Audio input error (code %1).").arg(int(error));
+}
+
+QString QtAudioCapture::lacksChannelsText(const ChannelPick& pick, const QString& device, int channels)
+{
+    const QString text = pick.count == 1 ? tr("Channel %1 was asked for, but the device %2 has only %3.")
+                                         : tr("Channels %1 were asked for, but the device %2 has only %3.");
+    return text.arg(pick.numbers(), device, QString::number(channels));
 }

@@ -1,12 +1,12 @@
 #include "capture/streamcapture.h"
 
-#include "app/appsettings.h"
-#include "capture/childlifetime.h"
-#include "capture/ffmpeg.h"
 #include "capture/pcmconvert.h"
+#include "process/childprocess.h"
+#include "process/ffmpeg.h"
+#include "settings/appsettings.h"
+#include "settings/redacted.h"
 
 #include <QCoreApplication>
-#include <QProcess>
 #include <QUrl>
 
 #include <algorithm>
@@ -19,9 +19,7 @@ namespace {
 
 constexpr auto WatchdogInterval = 1000ms;
 constexpr int MinStallSeconds = 3;
-constexpr int StartTimeoutMs = 5000;
-constexpr int TerminateTimeoutMs = 2000;
-constexpr int KillTimeoutMs = 1000;
+constexpr ChildProcess::Patience StopPatience{0s, 2s, 1s};
 constexpr std::array ReconnectDelays{1s, 2s, 5s, 10s, 20s, 30s};
 /// An outage of a night must not become one block of gigabytes.
 constexpr qint64 SilenceBlockMs = 1000;
@@ -48,7 +46,7 @@ StreamCapture::~StreamCapture()
 
 bool StreamCapture::isRunning() const
 {
-    return m_process && m_process->state() != QProcess::NotRunning;
+    return m_process && m_process->isRunning();
 }
 
 QString StreamCapture::description() const
@@ -93,7 +91,7 @@ bool StreamCapture::start(const PcmFormat& format)
     if (m_url.isEmpty())
         failure = tr("No stream URL has been configured.");
     else if (!QUrl(m_url).isValid())
-        failure = tr("The stream URL is not valid: %1").arg(m_url);
+        failure = tr("The stream URL is not valid: %1").arg(Redacted::url(m_url));
     else if (!ffmpegAvailable())
         failure = tr("Stream logging needs ffmpeg, which was not found on this system. Install it or place ffmpeg next "
                      "to Tidewell.");
@@ -113,33 +111,24 @@ bool StreamCapture::start(const PcmFormat& format)
 
 bool StreamCapture::launch(QString* failure)
 {
-    m_process = new QProcess(this);
-    m_process->setProcessChannelMode(QProcess::ForwardedErrorChannel);
-    ChildLifetime::endWithThisProgram(*m_process);
+    m_process = new ChildProcess(this);
+    m_process->endWithThisProgram(); // without a listener it would stay connected to the stream for ever
     connect(m_process, &QProcess::readyReadStandardOutput, this, &StreamCapture::onReadyRead);
     connect(m_process, &QProcess::finished, this, &StreamCapture::onProcessFinished);
-    m_process->start(ffmpegPath(), arguments(m_url, m_format, AppSettings::instance().streamReconnect),
-                     QIODevice::ReadWrite);
-    if (m_process->waitForStarted(StartTimeoutMs))
+    if (m_process->launch(ffmpegPath(), arguments(m_url, m_format, AppSettings::instance().streamReconnect)))
         return true;
     *failure = tr("Could not start ffmpeg: %1").arg(m_process->errorString());
     discardProcess();
     return false;
 }
 
-/// Ends the decoder without waiting for it. It is deleted when it is gone, since a deletion before that would wait.
 void StreamCapture::discardProcess()
 {
-    QProcess* const process = m_process;
+    ChildProcess* const process = m_process;
     m_process = nullptr;
     m_connected = false;
     process->disconnect(this);
-    if (process->state() == QProcess::NotRunning) {
-        process->deleteLater();
-        return;
-    }
-    connect(process, &QProcess::finished, process, &QObject::deleteLater);
-    process->kill();
+    process->reap();
 }
 
 void StreamCapture::stop()
@@ -150,13 +139,7 @@ void StreamCapture::stop()
     if (!m_process)
         return;
     m_process->disconnect(this);
-    if (isRunning()) {
-        m_process->terminate();
-        if (!m_process->waitForFinished(TerminateTimeoutMs)) {
-            m_process->kill();
-            m_process->waitForFinished(KillTimeoutMs);
-        }
-    }
+    m_process->end(StopPatience);
     discardProcess();
     Q_EMIT runningChanged(false);
 }
@@ -178,7 +161,7 @@ void StreamCapture::onReadyRead()
     }
     if (m_missingMs > 0)
         fillWithSilence();
-    if (m_stopping) // by who was told
+    if (m_stopping) // a slot may have called stop()
         return;
 
     const AppSettings& settings = AppSettings::instance();
@@ -193,7 +176,9 @@ void StreamCapture::onReadyRead()
 
 void StreamCapture::fillWithSilence()
 {
-    qint64 frames = m_format.sampleRate * std::exchange(m_missingMs, 0) / 1000;
+    const qint64 ms = std::exchange(m_missingMs, 0);
+    Q_EMIT timeMadeUp(ms);
+    qint64 frames = m_format.sampleRate * ms / 1000;
     // The same block each time: however much of it waits for the encoder, it is in memory once.
     const qint64 atMost = m_format.sampleRate * SilenceBlockMs / 1000;
     const QByteArray block(atMost * m_format.frameBytes(), '\0');
@@ -228,7 +213,7 @@ void StreamCapture::onProcessFinished()
 void StreamCapture::replaceProcess(const QString& reason)
 {
     Q_EMIT warning(reason);
-    if (m_process) // who was told has not stopped us
+    if (m_process) // unless a slot has called stop()
         discardProcess();
     scheduleReconnect();
 }

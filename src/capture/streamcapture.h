@@ -10,7 +10,7 @@
 
 #include <chrono>
 
-class QProcess;
+class ChildProcess;
 
 /// Records an internet stream through an ffmpeg child that decodes it to raw PCM. A stream that stalls or ends is
 /// connected to again and again, and the time lost is made up by silence, so that recordings keep step with the clock.
@@ -25,15 +25,15 @@ public:
     ~StreamCapture() override;
 
     bool start(const PcmFormat& format) override;
-    /// Within about 3 seconds. A stop while no decoder runs, between two attempts, is not told by runningChanged().
+    /// Takes about 3 seconds at most. Between two attempts, while no decoder runs, it does not emit runningChanged().
     void stop() override;
     bool isRunning() const override;
-    /// Host and path of the stream, without a user name and password; the address as it stands when it has no host.
+    /// Host and path of the stream, without user name and password; an address without a host is given as it stands.
     QString description() const override;
 
-    /// Before the next attempt, after that many without data.
+    /// How long to wait before the next attempt when this many in a row have brought no data.
     static std::chrono::seconds reconnectDelay(int attempt);
-    /// What ffmpeg is started with.
+    /// The arguments that ffmpeg is started with.
     static QStringList arguments(const QString& url, const PcmFormat& format, bool reconnect);
 
 private Q_SLOTS:
@@ -52,12 +52,12 @@ private:
 
     PcmFormat m_format;
     QString m_url;
-    QPointer<QProcess> m_process;
+    QPointer<ChildProcess> m_process;
     QTimer m_watchdog;
     QTimer m_reconnectTimer;
     QElapsedTimer m_lastData; ///< since data came, or since the time without any was last counted
-    qint64 m_missingMs = 0; ///< lost, and not yet made up by silence
-    int m_attempt = 0; ///< since data last came
+    qint64 m_missingMs = 0; ///< lost time that silence has not made up for yet
+    int m_attempt = 0; ///< attempts since data last came
     bool m_stopping = true;
     bool m_connected = false; ///< the current process has delivered
 };

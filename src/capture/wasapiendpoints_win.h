@@ -35,9 +35,9 @@ namespace Wasapi {
 
 /// \param result S_OK, or why there is none.
 ComPtr<IMMDeviceEnumerator> createEnumerator(HRESULT& result);
-/// Its name for people; empty when it tells none.
+/// The device's display name; empty when it tells none.
 QString friendlyName(IMMDevice* device);
-/// Calls for every active endpoint of this direction, in order. Whatever fails ends it early.
+/// Calls `visit` for every active endpoint of this direction, in order. A failure ends the walk early.
 void eachEndpoint(EDataFlow direction, const std::function<void(const PlaybackDevice&)>& visit);
 
 } // namespace Wasapi

@@ -14,8 +14,8 @@ public:
     virtual bool open(const QString& path, const PcmFormat& format) = 0;
     /// \param pcmS16 one block in the format given to open(). A block that failed is lost; the file stays open.
     virtual bool write(const QByteArray& pcmS16) = 0;
-    /// Finishes the file and waits until it is on the disk. Without effect while nothing is open. Where that fails,
-    /// errorString() says so, unless it tells of an earlier failure already.
+    /// Finishes the file and waits until it is on the disk. Without effect while nothing is open. If that fails,
+    /// errorString() says why, unless it tells of an earlier failure already.
     virtual void close() = 0;
     virtual bool isOpen() const = 0;
     /// Bytes handed on since the last open().

@@ -1,7 +1,7 @@
 #include "encode/ffmpegencoder.h"
 
-#include "capture/ffmpeg.h"
 #include "encode/durable.h"
+#include "process/ffmpeg.h"
 
 #include <QDir>
 #include <QFile>
@@ -13,24 +13,14 @@ using namespace std::chrono_literals;
 
 namespace {
 
-constexpr std::chrono::milliseconds StartTimeout = 5s;
-constexpr std::chrono::milliseconds ProgressTimeout = 5s;
-constexpr std::chrono::milliseconds FinishTimeout = 15s;
-constexpr std::chrono::milliseconds TerminateTimeout = 3s;
-
-int ms(std::chrono::milliseconds time)
-{
-    return int(time.count());
-}
+constexpr ChildProcess::Patience FinishPatience{15s, 3s, 3s};
 
 } // namespace
 
-/// Why ffmpeg is not running any more. What it said itself, of a full disk for example, is on the error output.
-QString FfmpegEncoder::reasonOfEnd(const QProcess& process)
+/// What ffmpeg said itself, of a full disk for example, is on the error output.
+QString FfmpegEncoder::reasonOfEnd() const
 {
-    return process.exitStatus() == QProcess::NormalExit
-               ? tr("ffmpeg ended early (exit code %1).").arg(process.exitCode())
-               : process.errorString();
+    return m_process->reasonOfEnd(tr("ffmpeg ended early (exit code %1)."));
 }
 
 FfmpegEncoder::FfmpegEncoder(const QString& codecName, const QString& formatName, int bitrate)
@@ -69,10 +59,8 @@ bool FfmpegEncoder::open(const QString& path, const PcmFormat& format)
         m_errorString = tr("ffmpeg was not found on this system.");
         return false;
     }
-    m_process = std::make_unique<QProcess>();
-    m_process->setProcessChannelMode(QProcess::ForwardedErrorChannel);
-    m_process->start(ffmpegPath(), arguments(path, format), QIODevice::ReadWrite);
-    if (!m_process->waitForStarted(ms(StartTimeout))) {
+    m_process = std::make_unique<ChildProcess>();
+    if (!m_process->launch(ffmpegPath(), arguments(path, format))) {
         m_errorString = tr("ffmpeg could not be started: %1").arg(m_process->errorString());
         m_process.reset();
         return false;
@@ -82,36 +70,23 @@ bool FfmpegEncoder::open(const QString& path, const PcmFormat& format)
 
 bool FfmpegEncoder::isOpen() const
 {
-    return m_process && m_process->state() != QProcess::NotRunning;
+    return m_process && m_process->isRunning();
 }
 
 bool FfmpegEncoder::write(const QByteArray& pcmS16)
 {
-    if (!isOpen()) {
-        if (m_process)
-            m_errorString = reasonOfEnd(*m_process);
+    if (!m_process)
+        return false;
+    if (!m_process->feed(pcmS16, MaxWaitingBytes)) {
+        if (!isOpen())
+            m_errorString = reasonOfEnd();
+        else if (m_process->bytesToWrite() > MaxWaitingBytes)
+            m_errorString = tr("ffmpeg does not keep up with the recording.");
+        else
+            m_errorString = m_process->errorString();
         return false;
     }
-    if (!waitForRoom()) {
-        m_errorString = isOpen() ? tr("ffmpeg does not keep up with the recording.") : reasonOfEnd(*m_process);
-        return false;
-    }
-    const qint64 written = m_process->write(pcmS16);
-    if (written < 0) {
-        m_errorString = m_process->errorString();
-        return false;
-    }
-    m_bytesWritten += written;
-    return true;
-}
-
-/// Waits for as long as ffmpeg takes anything at all, which the hours of silence that make up for an outage need.
-bool FfmpegEncoder::waitForRoom()
-{
-    while (m_process->bytesToWrite() > MaxWaitingBytes) {
-        if (!m_process->waitForBytesWritten(ms(ProgressTimeout)))
-            return false;
-    }
+    m_bytesWritten += pcmS16.size();
     return true;
 }
 
@@ -129,25 +104,14 @@ void FfmpegEncoder::close()
         noteFailure(qt_error_string());
 }
 
-/// Lets ffmpeg see the end of its input and write the rest, with less and less patience.
+/// Lets ffmpeg see the end of its input and write the rest.
 void FfmpegEncoder::finishProcess()
 {
-    bool inTime = true;
-    if (isOpen()) {
-        m_process->closeWriteChannel();
-        inTime = m_process->waitForFinished(ms(FinishTimeout));
-        if (!inTime) {
-            m_process->terminate();
-            if (!m_process->waitForFinished(ms(TerminateTimeout))) {
-                m_process->kill();
-                m_process->waitForFinished(ms(TerminateTimeout));
-            }
-        }
-    }
+    const bool inTime = m_process->end(FinishPatience);
     const bool succeeded = m_process->exitStatus() == QProcess::NormalExit && m_process->exitCode() == 0;
     if (!inTime)
         noteFailure(tr("ffmpeg did not finish the file in time."));
     else if (!succeeded)
-        noteFailure(reasonOfEnd(*m_process));
+        noteFailure(reasonOfEnd());
     m_process.reset();
 }

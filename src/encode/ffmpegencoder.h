@@ -1,14 +1,14 @@
 #pragma once
 
 #include "encode/encoder.h"
+#include "process/childprocess.h"
 
 #include <QCoreApplication>
-#include <QProcess>
 #include <QStringList>
 
 #include <memory>
 
-/// Lets an ffmpeg child process compress and write the file: PCM goes into its standard input. What ffmpeg has to say
+/// Lets an ffmpeg child process compress and write the file: PCM goes into its standard input. What ffmpeg prints
 /// appears on the program's own error output. If the program dies, ffmpeg sees the end of its input and finishes the
 /// file by itself.
 class FfmpegEncoder : public Encoder {
@@ -29,16 +29,15 @@ public:
     void close() override;
     bool isOpen() const override;
 
-    /// What ffmpeg is started with.
+    /// The arguments that ffmpeg is started with.
     QStringList arguments(const QString& path, const PcmFormat& format) const;
 
 private:
-    static QString reasonOfEnd(const QProcess& process);
-    bool waitForRoom();
+    QString reasonOfEnd() const;
     void finishProcess();
 
     QString m_codecName;
     QString m_formatName;
     int m_bitrate;
-    std::unique_ptr<QProcess> m_process;
+    std::unique_ptr<ChildProcess> m_process;
 };

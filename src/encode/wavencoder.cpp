@@ -26,7 +26,7 @@ QByteArray header(const PcmFormat& format, quint64 dataBytes)
     append(bytes, quint32(format.sampleRate));
     append(bytes, quint32(format.sampleRate * format.frameBytes()));
     append(bytes, quint16(format.frameBytes()));
-    append(bytes, quint16(16)); // bits a sample
+    append(bytes, quint16(16)); // bits per sample
     bytes += "data";
     append(bytes, quint32(dataBytes));
     return bytes;

@@ -13,6 +13,9 @@ namespace {
 
 constexpr auto ReleaseInterval = 20ms;
 constexpr int ChunksPerSecond = 1s / ReleaseInterval;
+/// The queue runs empty between any two blocks. Were the timer to stop each time, a block would start it anew, and the
+/// readings would follow the unsteady steps of the blocks. So it rests after one second without a reading.
+constexpr int EmptyTicksBeforeRest = 1s / ReleaseInterval;
 constexpr double FullScale = 32768.0;
 
 struct Chunk {
@@ -56,8 +59,7 @@ LevelAnalyzer::LevelAnalyzer(QObject* parent) : QObject(parent)
     // A coarse timer fires every 31 ms on Windows; the readings would then pile up.
     m_release.setTimerType(Qt::PreciseTimer);
     m_release.setInterval(ReleaseInterval);
-    connect(&m_release, &QTimer::timeout, this, &LevelAnalyzer::emitNextSample);
-    m_release.start();
+    connect(&m_release, &QTimer::timeout, this, &LevelAnalyzer::onReleaseTimer);
 }
 
 void LevelAnalyzer::configure(const PcmFormat& format)
@@ -98,6 +100,8 @@ void LevelAnalyzer::process(const QByteArray& pcmS16)
     }
     if (const qsizetype excess = m_readings.size() - MaxReadings; excess > 0)
         m_readings.remove(0, excess);
+    if (!m_release.isActive() && !m_readings.isEmpty())
+        m_release.start();
 }
 
 void LevelAnalyzer::judgeSilence(double peakDb, qint64 frames)
@@ -114,6 +118,14 @@ void LevelAnalyzer::judgeSilence(double peakDb, qint64 frames)
         m_silent = true;
         Q_EMIT silenceDetected(m_silenceSeconds);
     }
+}
+
+void LevelAnalyzer::onReleaseTimer()
+{
+    m_emptyTicks = m_readings.isEmpty() ? m_emptyTicks + 1 : 0;
+    if (m_emptyTicks >= EmptyTicksBeforeRest)
+        m_release.stop();
+    emitNextSample();
 }
 
 void LevelAnalyzer::emitNextSample()

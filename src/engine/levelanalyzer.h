@@ -32,15 +32,15 @@ public:
 
 Q_SIGNALS:
     void levelChanged(double peakDb, double rmsDb);
-    /// First channel, and the loudest of all others; both the overall peak in mono.
+    /// Peak of the first channel, and of the loudest of all others; in mono both are the same.
     void channelLevels(double leftPeakDb, double rightPeakDb);
     /// Once per silent stretch, with the configured duration.
     void silenceDetected(int seconds);
-    /// Sound again after silenceDetected().
+    /// Sound has come again after silenceDetected().
     void audioRestored();
 
 public Q_SLOTS:
-    /// Releases the oldest reading, if there is one.
+    /// Releases the oldest reading, if there is one. A timer of the object's own calls it.
     void emitNextSample();
 
 private:
@@ -49,6 +49,7 @@ private:
     };
 
     void judgeSilence(double peakDb, qint64 frames);
+    void onReleaseTimer();
 
     QQueue<Reading> m_readings;
     PcmFormat m_format;
@@ -57,5 +58,6 @@ private:
     double m_lastPeakDb = FloorDb;
     qint64 m_silentFrames = 0;
     bool m_silent = false;
-    QTimer m_release;
+    QTimer m_release{this}; ///< rests once nothing has come for a while
+    int m_emptyTicks = 0; ///< ticks of m_release since it last had a reading to release
 };

@@ -1,14 +1,15 @@
 #include "engine/recorder.h"
 
-#include "app/appsettings.h"
 #include "archive/archiveindex.h"
 #include "capture/audiocapture.h"
 #include "capture/capturefactory.h"
-#include "encode/codecs.h"
 #include "encode/encoder.h"
+#include "encode/encoderfactory.h"
 #include "engine/filenametemplate.h"
 #include "engine/levelanalyzer.h"
+#include "engine/reasons.h"
 #include "engine/segment.h"
+#include "settings/appsettings.h"
 
 #include <QDir>
 #include <QFile>
@@ -19,6 +20,12 @@ using namespace std::chrono_literals;
 namespace {
 
 constexpr auto TickInterval = 200ms;
+
+/// A reason as the log shows it.
+QString translated(const QString& reason)
+{
+    return QCoreApplication::translate("Recorder", reason.toUtf8().constData());
+}
 
 } // namespace
 
@@ -40,7 +47,7 @@ Recorder::Recorder(ArchiveIndex* archive, QObject* parent, Environment environme
 
 Recorder::~Recorder()
 {
-    stop(tr("Shutdown"));
+    stop(Reason::text(Reason::Shutdown));
 }
 
 qint64 Recorder::elapsedMs() const
@@ -70,6 +77,10 @@ bool Recorder::start(const QString& reason)
         return true;
     const AppSettings& settings = AppSettings::instance();
     m_format = {settings.sampleRate, settings.channels};
+    if (const QString refusal = m_environment.refusal ? m_environment.refusal() : QString(); !refusal.isEmpty()) {
+        Q_EMIT errorOccurred(refusal);
+        return false;
+    }
     if (!QDir().mkpath(settings.outputFolder)) {
         Q_EMIT errorOccurred(tr("Cannot create the output folder: %1").arg(settings.outputFolder));
         return false;
@@ -89,7 +100,11 @@ bool Recorder::start(const QString& reason)
     m_recording = true;
     m_tick.start();
     Q_EMIT recordingChanged(true);
-    Q_EMIT logMessage(reason.isEmpty() ? tr("Recording started") : tr("Recording started (%1)").arg(reason));
+    if (!m_recording) // a slot has stopped us
+        return false;
+    Q_EMIT logMessage(reason.isEmpty() ? tr("Recording started")
+                                       : tr("Recording started (%1)").arg(translated(reason)));
+    Q_EMIT started(reason);
     return true;
 }
 
@@ -101,6 +116,7 @@ bool Recorder::startCapture()
     connect(m_capture, &AudioCapture::errorOccurred, this, &Recorder::onCaptureError);
     connect(m_capture, &AudioCapture::overloadDetected, this, &Recorder::overloadDetected);
     connect(m_capture, &AudioCapture::warning, this, &Recorder::logMessage);
+    connect(m_capture, &AudioCapture::timeMadeUp, this, &Recorder::timeMadeUp);
     // A source that ends without a word would leave a recorder that records nothing, and that nobody starts again.
     connect(m_capture, &AudioCapture::runningChanged, this, [this](bool running) {
         if (!running && m_recording)
@@ -110,7 +126,7 @@ bool Recorder::startCapture()
 }
 
 /// Stops the source and lets go of it. It may be the source's own signal that leads here, so it dies a little later;
-/// cut off at once, it has nothing more to say.
+/// cut off at once, it emits nothing after this.
 void Recorder::releaseCapture()
 {
     if (!m_capture)
@@ -208,7 +224,9 @@ void Recorder::stop(const QString& reason)
     Q_EMIT recordingChanged(false);
     Q_EMIT elapsedChanged(0);
     Q_EMIT levelChanged(LevelAnalyzer::FloorDb, LevelAnalyzer::FloorDb);
-    Q_EMIT logMessage(reason.isEmpty() ? tr("Recording stopped") : tr("Recording stopped (%1)").arg(reason));
+    Q_EMIT logMessage(reason.isEmpty() ? tr("Recording stopped")
+                                       : tr("Recording stopped (%1)").arg(translated(reason)));
+    Q_EMIT stopped(reason);
 }
 
 void Recorder::onData(const QByteArray& pcmS16)
@@ -217,14 +235,14 @@ void Recorder::onData(const QByteArray& pcmS16)
         return;
     Q_EMIT audioReceived(pcmS16.size());
     m_levels->process(pcmS16);
-    if (!m_recording) // who heard of the block or of silence stopped us
+    if (!m_recording) // a slot that heard of the block or of silence may have stopped us
         return;
 
     const qint64 nowMs = m_environment.nowMs();
     if (m_segmentEndMs && nowMs >= *m_segmentEndMs) {
         closeSegment();
         if (!openSegment(nowMs)) {
-            stop(tr("split failed"));
+            stop(Reason::text(Reason::SplitFailed));
             return;
         }
     }
@@ -233,13 +251,13 @@ void Recorder::onData(const QByteArray& pcmS16)
         return;
     }
     Q_EMIT errorOccurred(tr("Write failed: %1").arg(m_encoder ? m_encoder->errorString() : tr("no encoder")));
-    stop(tr("write error"));
+    stop(Reason::text(Reason::WriteError));
 }
 
 void Recorder::onCaptureError(const QString& message)
 {
     Q_EMIT errorOccurred(message);
-    stop(tr("capture error"));
+    stop(Reason::text(Reason::CaptureError));
 }
 
 void Recorder::onTick()

@@ -27,16 +27,17 @@ class LevelAnalyzer;
 class Recorder : public QObject {
     Q_OBJECT
 public:
-    /// What the recorder takes from outside: the clock that names and cuts files, and the maker of its sources.
+    /// What the recorder takes from outside: the clock that names and cuts files, what makes its sources, and a veto.
     struct Environment {
-        std::function<qint64()> nowMs; ///< since the epoch; asked for every block, where local time would be dear
+        std::function<qint64()> nowMs; ///< since the epoch; called for every block, so it must do no time-zone lookup
         std::function<AudioCapture*()> createCapture;
+        std::function<QString()> refusal = nullptr; ///< why it must not start now; an empty text: it may. May be null
 
         /// The system's clock, and the source that the settings ask for.
         static Environment real();
     };
 
-    /// \param archive is told every finished file; may be null, and outlives the recorder.
+    /// \param archive gets every finished file; may be null, and outlives the recorder.
     explicit Recorder(ArchiveIndex* archive, QObject* parent = nullptr, Environment environment = Environment::real());
     ~Recorder() override;
 
@@ -44,7 +45,7 @@ public:
     /// Milliseconds since the recording run started; 0 while stopped.
     qint64 elapsedMs() const;
     QString currentFilePath() const { return m_current.filePath; }
-    /// The source's name for people; empty while there is none.
+    /// The source's display name; empty while there is none.
     QString sourceDescription() const;
     /// Name that a file starting then would get from the current settings, without folder and collision counter.
     QString previewFileName(const QDateTime& start) const;
@@ -54,7 +55,7 @@ Q_SIGNALS:
     void levelChanged(double peakDb, double rmsDb);
     void channelLevels(double leftPeakDb, double rightPeakDb);
     void overloadDetected();
-    /// Every block, before anything else is done with it.
+    /// A block has come; emitted before anything else is done with it.
     void audioReceived(qint64 bytes);
     void elapsedChanged(qint64 ms);
     void logMessage(const QString& text);
@@ -64,9 +65,16 @@ Q_SIGNALS:
     void fileFinished(const RecordInfo& info);
     void silenceDetected(int seconds);
     void audioRestored();
+    /// A run has started, or stopped, for the reason given to start() or stop(). Emitted after all other signals of
+    /// that change.
+    void started(const QString& reason);
+    void stopped(const QString& reason);
+    /// The source delivers silence in place of an outage of this length.
+    void timeMadeUp(qint64 ms);
 
 public Q_SLOTS:
-    /// \param reason is only logged. \return true when it records, or did already; false after errorOccurred().
+    /// \param reason one of Reason, or any text; it is only reported. \return true when it records, or did already;
+    /// false after errorOccurred().
     bool start(const QString& reason);
     bool start() { return start({}); }
     /// Closes the last file. Without effect while stopped.

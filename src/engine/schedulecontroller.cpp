@@ -1,7 +1,8 @@
 #include "engine/schedulecontroller.h"
 
-#include "app/appsettings.h"
+#include "engine/reasons.h"
 #include "engine/recorder.h"
+#include "settings/appsettings.h"
 
 #include <chrono>
 #include <utility>
@@ -53,13 +54,13 @@ void ScheduleController::evaluate()
         return;
 
     if (!wanted && recording) {
-        m_recorder->stop(tr("scheduler"));
+        m_recorder->stop(Reason::text(Reason::Scheduler));
     } else if (wanted && !recording) {
         if (const QDateTime end = schedule.blockEnd(now); end.isValid()) {
             const QString format = QStringLiteral("HH:mm");
             Q_EMIT logMessage(tr("Scheduled block %1 - %2").arg(now.toString(format), end.toString(format)));
         }
-        m_recorder->start(tr("scheduler"));
+        m_recorder->start(Reason::text(Reason::Scheduler));
     }
     m_lastWanted = wanted;
     m_evaluated = true;

@@ -23,7 +23,7 @@ public:
     bool isEnabled() const { return m_enabled; }
     /// Switching on looks at once; switching off leaves a running recording alone.
     void setEnabled(bool on);
-    /// Looks now, and acts even when nothing seems to have changed; for after the grid was edited.
+    /// Looks now, and acts even when nothing seems to have changed. To be called after the grid was edited.
     void forceEvaluate();
 
 public Q_SLOTS:

@@ -1,26 +1,13 @@
 #include "net/silencealert.h"
 
-#include "app/appsettings.h"
 #include "net/smtpclient.h"
+#include "settings/appsettings.h"
 
 #include <utility>
 
 namespace {
 
 constexpr qint64 QuietSeconds = 15 * 60;
-
-SmtpConfig smtpConfig(const AppSettings& settings)
-{
-    SmtpConfig config;
-    config.host = settings.smtpHost;
-    if (settings.smtpPort > 0)
-        config.port = settings.smtpPort;
-    config.user = settings.smtpUser;
-    config.password = settings.smtpPass;
-    config.from = settings.smtpFrom.isEmpty() ? settings.smtpUser : settings.smtpFrom;
-    config.tls = settings.smtpTls;
-    return config;
-}
 
 } // namespace
 
@@ -40,13 +27,17 @@ void SilenceAlert::send(const Event& event)
     }
     m_lastSent = now;
 
+    Q_EMIT sending();
     auto* client = new SmtpClient(this);
     connect(client, &SmtpClient::finished, this, [this, client](bool success, const QString& message) {
         Q_EMIT logMessage(success ? tr("Silence notification sent")
                                   : tr("Silence notification failed: %1").arg(message));
+        Q_EMIT finished(success, message);
         client->deleteLater();
     });
-    client->send(smtpConfig(settings), settings.alertEmail, settings.alertSubject, body(event, now));
+    const SmtpConfig config{settings.smtpHost, settings.smtpPort, settings.smtpUser,
+                            settings.smtpPass, settings.smtpFrom, settings.smtpTls};
+    client->send(config.completed(), settings.alertEmail, settings.alertSubject, body(event, now));
 }
 
 QString SilenceAlert::body(const Event& event, const QDateTime& now) const

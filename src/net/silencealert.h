@@ -5,14 +5,14 @@
 
 #include <functional>
 
-/// Mails the operator that the recorded source has gone silent, when the settings ask for it: at most once in a quarter
+/// Mails the operator that the recorded source has gone silent, when the settings ask for it: at most once per quarter
 /// of an hour, whether or not the mail went out.
 class SilenceAlert : public QObject {
     Q_OBJECT
 public:
     /// What the mail tells of the recording.
     struct Event {
-        int seconds = 0; ///< of silence
+        int seconds = 0; ///< length of the silence
         QString source; ///< description
         QString file; ///< path of the file being written
     };
@@ -23,8 +23,12 @@ public:
     void send(const Event& event);
 
 Q_SIGNALS:
-    /// How a mail went.
+    /// One line for the log: how a mail went.
     void logMessage(const QString& text);
+    /// A mail is on its way; finished() follows.
+    void sending();
+    /// \param answer as SmtpClient::finished() gives it.
+    void finished(bool sent, const QString& answer);
 
 private:
     QString body(const Event& event, const QDateTime& now) const;

@@ -40,7 +40,7 @@ void SmtpClient::send(const SmtpConfig& config, const QString& to, const QString
         return;
     }
     m_replyTimer.start();
-    if (SmtpDialogue::tlsFromTheFirstByte(config))
+    if (SmtpDialogue::implicitTls(config))
         m_socket->connectToHostEncrypted(config.host, quint16(config.port));
     else
         m_socket->connectToHost(config.host, quint16(config.port));

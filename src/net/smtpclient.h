@@ -42,7 +42,7 @@ private:
     void onReply(const SmtpReply& reply);
     void finish(bool success, const QString& message);
 
-    /// One an attempt; null when none is under way. It may be its own signal that ends it, hence deleted later.
+    /// One per attempt; null when none is under way. It may be its own signal that ends it, hence deleted later.
     std::unique_ptr<QSslSocket, QScopedPointerDeleteLater> m_socket;
     QTimer m_replyTimer;
     SmtpConfig m_config;

@@ -24,7 +24,7 @@ bool logsIn(const SmtpConfig& config, bool)
 
 bool mustStartTls(const SmtpConfig& config, bool encrypted)
 {
-    return config.tls && !SmtpDialogue::tlsFromTheFirstByte(config) && !encrypted;
+    return config.tls && !SmtpDialogue::implicitTls(config) && !encrypted;
 }
 
 constexpr int AnyCode = -1;
@@ -65,7 +65,17 @@ QByteArray message(const QString& from, const SmtpMail& mail, const QDateTime& n
 
 } // namespace
 
-bool SmtpDialogue::tlsFromTheFirstByte(const SmtpConfig& config)
+SmtpConfig SmtpConfig::completed() const
+{
+    SmtpConfig config = *this;
+    if (config.port < 1)
+        config.port = SmtpConfig().port;
+    if (config.from.isEmpty())
+        config.from = config.user;
+    return config;
+}
+
+bool SmtpDialogue::implicitTls(const SmtpConfig& config)
 {
     return config.tls && config.port == 465;
 }

@@ -14,6 +14,9 @@ struct SmtpConfig {
     QString password; ///< plain
     QString from;
     bool tls = true; ///< from the first byte on port 465, by STARTTLS on any other
+
+    /// A copy without gaps: the default port in place of one below 1, and the user as the sender when there is none.
+    SmtpConfig completed() const;
 };
 
 struct SmtpMail {
@@ -42,7 +45,8 @@ enum class State {
     Finished,
 };
 
-bool tlsFromTheFirstByte(const SmtpConfig& config);
+/// Whether the connection is encrypted from the first byte, without STARTTLS.
+bool implicitTls(const SmtpConfig& config);
 
 /// Where a final reply leads; nothing when this code ends the attempt.
 std::optional<State> next(State state, int code, const SmtpConfig& config, bool encrypted);

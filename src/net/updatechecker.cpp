@@ -1,6 +1,6 @@
 #include "net/updatechecker.h"
 
-#include "app/appsettings.h"
+#include "settings/appsettings.h"
 
 #include <QCoreApplication>
 #include <QJsonDocument>
@@ -48,7 +48,7 @@ bool UpdateChecker::isDue(const QDateTime& lastCheck, const QDateTime& now)
     return !lastCheck.isValid() || lastCheck > now || lastCheck.secsTo(now) >= MinSecondsBetweenChecks;
 }
 
-QUrl UpdateChecker::questionUrl(const QString& setting)
+QUrl UpdateChecker::requestUrl(const QString& setting)
 {
     QUrl url(setting.isEmpty() ? QString::fromLatin1(BuiltInUrl) : setting);
     if (!url.isValid())
@@ -65,7 +65,7 @@ void UpdateChecker::check(bool silent)
 {
     if (m_reply)
         return;
-    const QUrl url = questionUrl(AppSettings::instance().updateUrl);
+    const QUrl url = requestUrl(AppSettings::instance().updateUrl);
     if (!url.isValid()) {
         Q_EMIT checkFailed(tr("The update URL is not valid."), silent);
         return;

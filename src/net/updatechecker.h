@@ -22,7 +22,7 @@ struct UpdateInfo {
     QString minSupportedVersion;
     bool critical = false;
 
-    /// Nothing when that is no JSON object. Members that are missing or of another type stay empty.
+    /// Reads the answer; nothing when it is no JSON object. Members that are missing or of another type stay empty.
     static std::optional<UpdateInfo> fromJson(const QByteArray& json);
 };
 Q_DECLARE_METATYPE(UpdateInfo)
@@ -31,22 +31,23 @@ Q_DECLARE_METATYPE(UpdateInfo)
 class UpdateChecker : public QObject {
     Q_OBJECT
 public:
-    /// \param timeout without a byte from the server; after four times that a reply that still trickles in is given up.
+    /// \param timeout how long the server may send nothing; a reply that still trickles in after four times
+    /// that long is given up.
     explicit UpdateChecker(QObject* parent = nullptr, std::chrono::milliseconds timeout = std::chrono::seconds(15));
 
-    /// Ignored while a check is in flight. Every check that was sent sets AppSettings::lastCheck when it ends; saving
-    /// the settings is the receiver's. \param silent handed on to the signals.
+    /// Ignored while a check is in flight. Every check that was sent sets AppSettings::lastCheck when it ends; the
+    /// receiver of the signals saves the settings. \param silent handed on to the signals.
     void check(bool silent);
     bool isChecking() const { return m_reply != nullptr; }
 
-    /// Whether the check at the program's start is worth a question: not within 20 hours of the last one.
+    /// Whether the program should check at its start: not within 20 hours of the last check.
     static bool isDue(const QDateTime& lastCheck, const QDateTime& now);
 
-    /// The service's address with the question in its query. \param setting empty: the built-in address.
-    static QUrl questionUrl(const QString& setting);
+    /// The service's address with the request in its query. \param setting empty: the built-in address.
+    static QUrl requestUrl(const QString& setting);
 
-    /// Below, equal to or above 0 as version a is lower than, equal to or higher than b. What is missing between the
-    /// dots, no number, or none of 64 bits counts as 0.
+    /// \return below 0 when version a is lower than b, 0 when they are equal, above 0 when a is higher. A part between
+    /// the dots that is missing, no number or too large for 64 bits counts as 0.
     static int compareVersions(const QString& a, const QString& b);
 
 Q_SIGNALS:
@@ -59,7 +60,7 @@ private Q_SLOTS:
 
 private:
     void onReadyRead();
-    /// Why the reply is no answer, or nothing.
+    /// Why the reply is no valid answer; empty when it is one.
     QString failure(const QNetworkReply& reply) const;
 
     QNetworkAccessManager m_network;

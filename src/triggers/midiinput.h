@@ -12,7 +12,7 @@ public:
     /// system's.
     using Handler = std::function<void(quint32 message)>;
 
-    /// Names of the inputs that are there; their places are the indexes that open() takes.
+    /// Names of the inputs that are there; open() takes an index into this list.
     static QStringList deviceNames();
 
     /// Opens and starts an input. \return 0, or the system's error number.

@@ -1,6 +1,6 @@
 #include "triggers/miditrigger.h"
 
-#include "app/appsettings.h"
+#include "settings/appsettings.h"
 #include "triggers/midimessage.h"
 
 MidiTrigger::~MidiTrigger()

@@ -3,8 +3,8 @@
 #include "triggers/midiinput.h"
 #include "triggers/triggersource.h"
 
-/// A MIDI note or controller as trigger. Every matching message gives a signal, repeats included. Channel and number
-/// are taken from the settings by start(), for the thread on which the messages come in.
+/// A MIDI note or controller as trigger. Every matching message gives a signal, repeats included. start() takes
+/// channel and number from the settings, for the thread on which the messages come in.
 class MidiTrigger : public TriggerSource {
     Q_OBJECT
 public:

@@ -1,6 +1,6 @@
 #include "triggers/serialtrigger.h"
 
-#include "app/appsettings.h"
+#include "settings/appsettings.h"
 #include "triggers/serialhangup.h"
 
 #include <QSerialPort>
@@ -145,7 +145,7 @@ void SerialTrigger::checkForHangup()
 }
 
 /// Closes it, because a port whose other end is gone reports the same error, or nothing to read, again without end, a
-/// hundred thousand times a second.
+/// hundred thousand times per second.
 void SerialTrigger::lose(const QString& reason)
 {
     m_poll.stop();

@@ -22,7 +22,7 @@ public:
     /// A serial port of this machine, for choosing one.
     struct Port {
         QString name;
-        QString label; ///< name and description, for people
+        QString label; ///< name and description, as the display name
     };
     static QList<Port> ports();
 

@@ -1,11 +1,10 @@
 #include "triggers/triggercontroller.h"
 
-#include "app/appsettings.h"
+#include "engine/reasons.h"
 #include "engine/recorder.h"
+#include "settings/appsettings.h"
 #include "triggers/miditrigger.h"
 #include "triggers/serialtrigger.h"
-
-#include <QDateTime>
 
 #include <algorithm>
 #include <chrono>
@@ -33,8 +32,9 @@ TriggerSource* TriggerController::createSource(int kind, QObject* parent)
     return nullptr;
 }
 
-TriggerController::TriggerController(Recorder* recorder, QObject* parent, SourceFactory factory)
-    : QObject(parent), m_recorder(recorder), m_factory(std::move(factory))
+TriggerController::TriggerController(Recorder* recorder, QObject* parent, SourceFactory factory,
+                                     std::function<QDateTime()> now)
+    : QObject(parent), m_recorder(recorder), m_factory(std::move(factory)), m_now(std::move(now))
 {
     m_hold.setSingleShot(true);
     connect(&m_hold, &QTimer::timeout, this, &TriggerController::onHoldElapsed);
@@ -60,7 +60,7 @@ void TriggerController::reload()
         discardSource();
 }
 
-/// Deleted later, since it may be its own signal that leads here; until then it has nothing more to say.
+/// The source is deleted later, since it may be its own signal that leads here; it emits nothing after this.
 void TriggerController::discardSource()
 {
     m_source->disconnect(this);
@@ -103,10 +103,10 @@ void TriggerController::applyState()
     if (!m_recorder || !m_source)
         return;
     const AppSettings& settings = AppSettings::instance();
-    const bool allowed = !settings.autoMode || settings.schedule.isActive(QDateTime::currentDateTime());
+    const bool allowed = !settings.autoMode || settings.schedule.isActive(m_now());
     const bool wanted = m_active && allowed;
     if (wanted && !m_recorder->isRecording())
-        m_recorder->start(tr("trigger"));
+        m_recorder->start(Reason::text(Reason::Trigger));
     else if (!wanted && m_recorder->isRecording())
-        m_recorder->stop(tr("trigger"));
+        m_recorder->stop(Reason::text(Reason::Trigger));
 }

@@ -2,6 +2,7 @@
 
 #include "triggers/triggersource.h"
 
+#include <QDateTime>
 #include <QObject>
 #include <QPointer>
 #include <QTimer>
@@ -9,9 +10,6 @@
 #include <functional>
 
 class Recorder;
-
-/// What the settings store as trigger/kind; anything else is no trigger.
-enum class TriggerKind { None = 0, SerialLine = 1, SerialText = 2, Midi = 3 };
 
 /// Owns the trigger that the settings select and makes the recorder follow it, with a run-on time after its release.
 /// In automatic mode the schedule has the last word: outside its hours a trigger event stops a recording.
@@ -22,8 +20,10 @@ public:
     /// The trigger of this kind, stopped, or null for none.
     static TriggerSource* createSource(int kind, QObject* parent);
 
-    /// Has no source until reload(). \param recorder not owned, may be null.
-    explicit TriggerController(Recorder* recorder, QObject* parent = nullptr, SourceFactory factory = createSource);
+    /// Has no source until reload(). \param recorder not owned, may be null. \param now the local clock.
+    explicit TriggerController(
+        Recorder* recorder, QObject* parent = nullptr, SourceFactory factory = createSource,
+        std::function<QDateTime()> now = [] { return QDateTime::currentDateTime(); });
 
     /// Rebuilds the source from the settings. Ends a triggered state silently, without touching the recording.
     void reload();
@@ -45,6 +45,7 @@ private:
 
     QPointer<Recorder> m_recorder;
     SourceFactory m_factory;
+    std::function<QDateTime()> m_now;
     QPointer<TriggerSource> m_source;
     QTimer m_hold;
     bool m_active = false;

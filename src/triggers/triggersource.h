@@ -15,7 +15,7 @@ public:
     virtual void stop() = 0;
     /// Whether the input is open.
     virtual bool isActive() const = 0;
-    /// One line that names the input for people.
+    /// One line with the input's display name.
     virtual QString description() const = 0;
 
 Q_SIGNALS:

@@ -1,7 +1,8 @@
 #include "ui/alertstab.h"
 
-#include "app/appsettings.h"
 #include "net/smtpclient.h"
+#include "settings/appsettings.h"
+#include "settings/limits.h"
 #include "ui/plainmessage.h"
 #include "ui/settingsbinding.h"
 
@@ -29,11 +30,11 @@ AlertsTab::AlertsTab(AppSettings& settings, SettingsBinding& binding, QWidget* p
     auto* notify = new QCheckBox(tr("Send silence notifications"));
     binding.bind(notify, settings.silenceNotify);
     auto* duration = new QSpinBox;
-    duration->setRange(1, 3600);
+    duration->setRange(Limits::SilenceSeconds.lowest, Limits::SilenceSeconds.highest);
     duration->setSuffix(tr(" sec"));
     binding.bind(duration, settings.silenceSeconds);
     auto* threshold = new QDoubleSpinBox;
-    threshold->setRange(-90.0, 0.0);
+    threshold->setRange(Limits::SilenceThresholdDb.lowest, Limits::SilenceThresholdDb.highest);
     threshold->setDecimals(1);
     threshold->setSuffix(tr(" dB"));
     binding.bind(threshold, settings.silenceThresholdDb);
@@ -41,7 +42,7 @@ AlertsTab::AlertsTab(AppSettings& settings, SettingsBinding& binding, QWidget* p
     binding.bind(subject, settings.alertSubject);
     binding.bind(m_email, settings.alertEmail);
     binding.bind(m_host, settings.smtpHost);
-    m_port->setRange(1, 65535);
+    m_port->setRange(Limits::Port.lowest, Limits::Port.highest);
     binding.bind(m_port, settings.smtpPort);
     if (settings.smtpPort <= 0)
         m_port->setValue(SmtpConfig().port);
@@ -82,20 +83,14 @@ void AlertsTab::testSmtp()
                            tr("Enter at least an SMTP server and a recipient address."));
         return;
     }
-    SmtpConfig config;
-    config.host = m_host->text();
-    config.port = m_port->value();
-    config.user = m_user->text();
-    config.password = m_password->text();
-    config.from = m_from->text().isEmpty() ? m_user->text() : m_from->text();
-    config.tls = m_tls->isChecked();
-
+    const SmtpConfig config{m_host->text(),     m_port->value(), m_user->text(),
+                            m_password->text(), m_from->text(),  m_tls->isChecked()};
     // One at a time, for as long as the client may take.
     m_test->setEnabled(false);
     auto* client = new SmtpClient(this);
     connect(client, &SmtpClient::finished, client, &QObject::deleteLater);
     connect(client, &SmtpClient::finished, this, &AlertsTab::onTestFinished);
-    client->send(config, m_email->text(), tr("Tidewell test message"),
+    client->send(config.completed(), m_email->text(), tr("Tidewell test message"),
                  tr("This is a test message from Tidewell.\nIf you received it, silence notifications are configured "
                     "correctly."));
 }

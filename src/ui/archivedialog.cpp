@@ -1,10 +1,10 @@
 #include "ui/archivedialog.h"
 
-#include "app/icons.h"
 #include "archive/archiveindex.h"
-#include "archive/archivemodel.h"
-#include "archive/archiverangefilter.h"
+#include "ui/archivemodel.h"
+#include "ui/archiverangefilter.h"
 #include "ui/archivetable.h"
+#include "ui/icons.h"
 #include "ui/plainmessage.h"
 
 #include <QAudioOutput>
@@ -402,6 +402,7 @@ void ArchiveDialog::deleteSelected()
         QCoreApplication::processEvents(QEventLoop::ExcludeUserInputEvents);
     }
     m_index->removeRecords(removed);
+    Q_EMIT filesDeleted(removed);
     m_index->rescan();
 }
 

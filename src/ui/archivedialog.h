@@ -25,6 +25,10 @@ public:
     /// \param index not owned, outlives the dialog; it may change while the dialog is open.
     explicit ArchiveDialog(ArchiveIndex* index, QWidget* parent = nullptr);
 
+Q_SIGNALS:
+    /// The operator has deleted these recordings.
+    void filesDeleted(const QStringList& paths);
+
 private Q_SLOTS:
     void applyRangeFilter();
     void clearRangeFilter();

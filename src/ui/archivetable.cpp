@@ -1,7 +1,7 @@
 #include "ui/archivetable.h"
 
-#include "archive/archivemodel.h"
-#include "archive/archiverangefilter.h"
+#include "ui/archivemodel.h"
+#include "ui/archiverangefilter.h"
 
 #include <QHash>
 #include <QHeaderView>
@@ -15,6 +15,7 @@
 #include <QToolTip>
 
 #include <algorithm>
+#include <utility>
 
 namespace {
 
@@ -164,33 +165,24 @@ void ArchiveTable::rememberView()
 
 void ArchiveTable::restoreView()
 {
-    QItemSelection selection;
-    QList<int> selected;
+    QList<std::pair<int, int>> selected; // first and last of rows in sequence: a range for each row is slow to select
     int current = std::min(m_view.row, m_filter->rowCount() - 1);
     int top = m_view.scroll.y();
-    for (int sourceRow = 0; sourceRow < m_model->rowCount(); ++sourceRow) {
-        const QString path = m_model->record(sourceRow).filePath;
-        const bool isSelected = m_view.selected.contains(path);
-        if (!isSelected && path != m_view.current && path != m_view.top)
-            continue;
-        const int row = m_filter->mapFromSource(m_model->index(sourceRow, 0)).row();
-        if (row < 0)
-            continue;
-        if (isSelected)
-            selected.append(row);
+    for (int row = 0; row < m_filter->rowCount(); ++row) {
+        const QString path = pathAt(row);
         if (path == m_view.current)
             current = row;
         if (path == m_view.top)
             top = row;
+        if (!m_view.selected.contains(path))
+            continue;
+        if (selected.isEmpty() || selected.last().second != row - 1)
+            selected.append({row, row});
+        selected.last().second = row;
     }
-    std::sort(selected.begin(), selected.end());
-    for (auto first = selected.cbegin(); first != selected.cend();) {
-        auto last = first; // of the rows that follow one another; a range for each would be slow to select
-        while (std::next(last) != selected.cend() && *std::next(last) == *last + 1)
-            ++last;
-        selection.append({m_filter->index(*first, 0), m_filter->index(*last, ArchiveModel::ColumnCount - 1)});
-        first = std::next(last);
-    }
+    QItemSelection selection;
+    for (const auto& [first, last] : std::as_const(selected))
+        selection.append({m_filter->index(first, 0), m_filter->index(last, ArchiveModel::ColumnCount - 1)});
     selectionModel()->setCurrentIndex(m_filter->index(current, m_view.column), QItemSelectionModel::NoUpdate);
     selectionModel()->select(selection, QItemSelectionModel::Select);
     executeDelayedItemsLayout(); // the scroll bars still have the range of an empty table

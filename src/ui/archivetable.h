@@ -16,7 +16,7 @@ public:
     /// \param filter over the model; both are not owned and outlive the table.
     ArchiveTable(ArchiveModel* model, ArchiveRangeFilter* filter, QWidget* parent = nullptr);
 
-    /// From the top down.
+    /// Paths of the selected recordings, from the top down.
     QStringList selectedPaths() const;
     /// The selected row that has the cursor, else the topmost selected; an empty record when none is selected.
     RecordInfo selectedRecord() const;
@@ -40,7 +40,7 @@ private:
         QSet<QString> selected;
         QString current;
         QString top;
-        int row = 0; ///< of the current one
+        int row = 0; ///< row of the current recording
         int column = 0;
         QPoint scroll;
     };

@@ -1,8 +1,11 @@
 #include "ui/capturediagnostics.h"
 
-#include "app/appsettings.h"
 #include "engine/recorder.h"
+#include "settings/appsettings.h"
+#include "ui/plainmessage.h"
 
+#include <QClipboard>
+#include <QGuiApplication>
 #include <QTimer>
 
 #include <chrono>
@@ -33,12 +36,23 @@ void CaptureDiagnostics::Arrivals::add(qint64 atMs)
     lastMs = atMs;
 }
 
-CaptureDiagnostics::CaptureDiagnostics(Recorder* recorder, QObject* parent) : QObject(parent), m_recorder(recorder) {}
+CaptureDiagnostics::CaptureDiagnostics(Recorder* recorder, QObject* parent) : QObject(parent), m_recorder(recorder)
+{
+    connect(recorder, &Recorder::audioReceived, this, &CaptureDiagnostics::addBuffer);
+    connect(recorder, &Recorder::channelLevels, this, &CaptureDiagnostics::addLevels);
+}
 
-void CaptureDiagnostics::start()
+void CaptureDiagnostics::run(QWidget* window)
 {
     if (m_running)
         return;
+    if (!m_recorder->isRecording()) {
+        PlainMessage::show(
+            window, QMessageBox::Information, tr("Capture Diagnostics"),
+            tr("Start recording first - diagnostics measure the live capture path, which only runs while "
+               "recording."));
+        return;
+    }
     m_measured = {};
     m_measured.source = m_recorder->sourceDescription(); // now, while it records
     m_running = true;
@@ -70,7 +84,11 @@ void CaptureDiagnostics::finish()
     m_measured.sampleRate = settings.sampleRate;
     m_measured.channels = settings.channels;
     m_measured.elapsedMs = m_clock.elapsed();
-    Q_EMIT finished(report(m_measured));
+    const QStringList lines = report(m_measured);
+    for (const QString& line : lines)
+        Q_EMIT logMessage(line);
+    QGuiApplication::clipboard()->setText(lines.join(QLatin1Char('\n')));
+    Q_EMIT finished();
 }
 
 QStringList CaptureDiagnostics::report(const Measurement& measured)

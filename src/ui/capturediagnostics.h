@@ -6,6 +6,7 @@
 
 #include <algorithm>
 
+class QWidget;
 class Recorder;
 
 /// Measures for 10 seconds how the audio reaches the recorder: for an engineer who suspects a sound card.
@@ -34,9 +35,9 @@ public:
 
     explicit CaptureDiagnostics(Recorder* recorder, QObject* parent = nullptr);
 
-    bool isRunning() const { return m_running; }
-    /// Without effect while one runs. The measurement ends by itself with finished().
-    void start();
+    /// Begins a measurement, which ends by itself with the report in the log and on the clipboard. Without effect while
+    /// one runs; a box over the window says so when nothing is being recorded.
+    void run(QWidget* window);
 
     static QStringList report(const Measurement& measured);
 
@@ -45,7 +46,9 @@ public Q_SLOTS:
     void addLevels(double leftPeakDb, double rightPeakDb);
 
 Q_SIGNALS:
-    void finished(const QStringList& report);
+    void logMessage(const QString& text);
+    /// The report is on the clipboard.
+    void finished();
 
 private:
     void finish();

@@ -1,12 +1,14 @@
 #include "ui/closedialog.h"
 
+#include "settings/appsettings.h"
+
 #include <QCheckBox>
 #include <QDialogButtonBox>
 #include <QLabel>
 #include <QPushButton>
 #include <QVBoxLayout>
 
-std::optional<CloseDialog::Choice> CloseDialog::settled(int closeAction, bool hasTray)
+std::optional<CloseDialog::Choice> CloseDialog::choiceFromSetting(int closeAction, bool hasTray)
 {
     if (closeAction != Minimise && closeAction != Exit)
         return std::nullopt;
@@ -50,7 +52,11 @@ CloseDialog::CloseDialog(bool hasTray, bool recording, QWidget* parent)
     (minimise ? minimise : exit)->setDefault(true); // only a button inside of a dialog becomes the dialog's
 }
 
-bool CloseDialog::remember() const
+QString CloseDialog::rememberIn(AppSettings& settings) const
 {
-    return m_choice != Cancel && m_remember->isChecked();
+    if (m_choice == Cancel || !m_remember->isChecked())
+        return {};
+    settings.closeAction = m_choice;
+    settings.save();
+    return tr("Close button set to: %1").arg(m_choice == Minimise ? tr("minimise to tray") : tr("exit"));
 }

@@ -1,9 +1,8 @@
 #include "ui/generaltab.h"
 
-#include "app/appsettings.h"
-#include "app/theme.h"
-#include "ui/closedialog.h"
+#include "settings/appsettings.h"
 #include "ui/settingsbinding.h"
+#include "ui/theme.h"
 
 #include <QCheckBox>
 #include <QComboBox>
@@ -31,9 +30,9 @@ GeneralTab::GeneralTab(AppSettings& settings, SettingsBinding& binding, QWidget*
     updatesLayout->addWidget(note);
 
     auto* closing = new QComboBox;
-    closing->addItem(tr("Ask me each time"), int(CloseDialog::Cancel));
-    closing->addItem(tr("Minimise to the tray"), int(CloseDialog::Minimise));
-    closing->addItem(tr("Exit Tidewell"), int(CloseDialog::Exit));
+    closing->addItem(tr("Ask me each time"), int(CloseAction::Ask));
+    closing->addItem(tr("Minimise to the tray"), int(CloseAction::Minimise));
+    closing->addItem(tr("Exit Tidewell"), int(CloseAction::Exit));
     binding.bind(closing, settings.closeAction);
     auto* theme = new QComboBox;
     theme->addItem(tr("Follow system"), int(Theme::FollowSystem));

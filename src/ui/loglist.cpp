@@ -1,11 +1,27 @@
 #include "ui/loglist.h"
 
 #include <QDateTime>
-#include <QLoggingCategory>
+#include <QKeyEvent>
 #include <QScrollBar>
+#include <QWheelEvent>
 
-// What the operator sees, a service manager or a terminal gets too.
-Q_LOGGING_CATEGORY(lcLog, "tidewell.log")
+namespace {
+
+constexpr int EarlierLines = 200;
+/// The moment of a line, in ms since the epoch.
+constexpr int MomentRole = Qt::UserRole;
+
+QListWidgetItem* createItem(const QDateTime& moment, const QString& text, bool isError)
+{
+    QString line = moment.toString(QStringLiteral("[yyyy-MM-dd HH:mm:ss] ")) + text;
+    auto* item = new QListWidgetItem(line.replace(QLatin1Char('\n'), QLatin1Char(' '))); // it shows its first line only
+    item->setData(MomentRole, moment.toMSecsSinceEpoch());
+    if (isError)
+        item->setForeground(QColor(180, 0, 0));
+    return item;
+}
+
+} // namespace
 
 LogList::LogList(QWidget* parent) : QListWidget(parent)
 {
@@ -19,6 +35,7 @@ LogList::LogList(QWidget* parent) : QListWidget(parent)
         QStringLiteral("QListWidget {  background: #06080a;  border: 1px solid #262e30;  border-radius: 5px;  "
                        "color: #56f0e2;  padding: 3px;}QListWidget::item { padding: 1px 3px; }"
                        "QListWidget::item:selected { background: #123a38; color: #d8fffb; }"));
+    connect(verticalScrollBar(), &QScrollBar::sliderMoved, this, &LogList::askForEarlier);
     for (QScrollBar* bar : {verticalScrollBar(), horizontalScrollBar()})
         bar->setStyleSheet(
             QStringLiteral("QScrollBar { background: #06080a; border: none; } QScrollBar:vertical { width: 10px; }"
@@ -30,22 +47,73 @@ LogList::LogList(QWidget* parent) : QListWidget(parent)
 
 void LogList::append(const QString& text)
 {
-    qCInfo(lcLog).noquote() << text;
-    add(text);
+    add(text, false);
 }
 
 void LogList::appendError(const QString& text)
 {
-    qCWarning(lcLog).noquote() << text;
-    add(text);
-    item(count() - 1)->setForeground(QColor(180, 0, 0));
+    add(text, true);
 }
 
-void LogList::add(const QString& text)
+void LogList::add(const QString& text, bool isError)
 {
-    QString line = QDateTime::currentDateTime().toString(QStringLiteral("[yyyy-MM-dd HH:mm:ss] ")) + text;
-    addItem(line.replace(QLatin1Char('\n'), QLatin1Char(' '))); // an item shows its first line only
+    restoreNewest();
+    addItem(createItem(QDateTime::currentDateTime(), text, isError));
     while (count() > MaxLines)
         delete takeItem(0);
     scrollToBottom();
+}
+
+void LogList::prepend(const QList<JournalEntry>& lines)
+{
+    const QListWidgetItem* top = item(0);
+    for (qsizetype i = 0; i < lines.size(); ++i) {
+        const JournalEntry& line = lines.at(i);
+        insertItem(int(i), createItem(QDateTime::fromMSecsSinceEpoch(line.utcMs), line.text,
+                                      line.event == QLatin1String(JournalEntry::Error)));
+    }
+    while (count() > MaxLines)
+        m_hidden.emplace_back(takeItem(count() - 1));
+    if (top)
+        scrollToItem(top, QAbstractItemView::PositionAtTop);
+}
+
+/// Brings back the newest lines that earlier ones have pushed out.
+void LogList::restoreNewest()
+{
+    for (; !m_hidden.empty(); m_hidden.pop_back())
+        addItem(m_hidden.back().release());
+    while (count() > MaxLines)
+        delete takeItem(0);
+}
+
+// Only what the operator does asks for earlier lines: the bar also reaches its end when lines are added.
+
+void LogList::wheelEvent(QWheelEvent* event)
+{
+    QListWidget::wheelEvent(event);
+    if (event->angleDelta().y() > 0)
+        askForEarlier();
+    else if (verticalScrollBar()->value() == verticalScrollBar()->maximum())
+        restoreNewest();
+}
+
+void LogList::keyPressEvent(QKeyEvent* event)
+{
+    QListWidget::keyPressEvent(event);
+    if (event->key() == Qt::Key_Up || event->key() == Qt::Key_PageUp || event->key() == Qt::Key_Home)
+        askForEarlier();
+    else if (event->key() == Qt::Key_End)
+        restoreNewest();
+}
+
+void LogList::askForEarlier()
+{
+    if (verticalScrollBar()->value() > verticalScrollBar()->minimum())
+        return;
+    const qint64 before = count() > 0 ? item(0)->data(MomentRole).toLongLong() : QDateTime::currentMSecsSinceEpoch();
+    if (before == m_askedBefore)
+        return; // the answer is under way, or there are none
+    m_askedBefore = before;
+    Q_EMIT earlierWanted(before, EarlierLines);
 }

@@ -2,37 +2,33 @@
 
 #include "ui/closedialog.h"
 
-#include <QElapsedTimer>
 #include <QMainWindow>
 #include <QTimer>
 
 class AppSettings;
-class ArchiveIndex;
 class CaptureDiagnostics;
-class Housekeeper;
+class ControlBar;
 class LogList;
-class QCheckBox;
-class QLabel;
-class QPushButton;
 class Recorder;
-class ScheduleController;
-class SilenceAlert;
+class Station;
+class StatusBar;
 class TrayIcon;
-class TriggerController;
-class UpdateChecker;
 class UpdatePrompt;
 class VfdPanel;
 
-/// The hub of the program: creates the engines, shows what they say and passes the operator's commands on to them.
-/// The engines never call the window.
+/// Shows a station, which it owns, and passes the operator's commands on to it.
 class MainWindow : public QMainWindow {
     Q_OBJECT
 public:
+    /// The station runs from now on.
     explicit MainWindow(QWidget* parent = nullptr);
     ~MainWindow() override;
 
+    Station* station() const { return m_station; }
+
     /// Ends the program without asking: a recording is stopped with the reason "exit" first.
     void exit();
+    void bringToFront();
 
 private Q_SLOTS:
     void openScheduler();
@@ -45,7 +41,6 @@ private Q_SLOTS:
     void onChannelLevels(double leftPeakDb, double rightPeakDb);
     void onSilenceDetected(int seconds);
     void onOverload();
-    void onAudioRestored();
     void appendLog(const QString& text);
     void appendError(const QString& text);
     void refreshStatus();
@@ -60,42 +55,24 @@ protected:
     bool eventFilter(QObject* watched, QEvent* event) override;
 
 private:
-    void createEngines();
     void buildCentralWidget();
-    QLayout* buildControls();
     void buildMenus();
-    void buildTray();
-    void lookForTray();
-    void buildStatusBar();
-    void connectEngines();
-    void startRunning();
-    void synchroniseAutoMode();
+    void connectStation();
+    void showSettings();
     void showTriggerState();
-    void bringToFront();
     CloseDialog::Choice askHowToClose();
     void minimiseToTray();
-    void reportDiagnostics(const QStringList& lines);
+    void leave();
 
     AppSettings& m_settings;
-    // The engines, in the order of their creation.
-    ArchiveIndex* m_archive = nullptr;
-    Recorder* m_recorder = nullptr;
-    ScheduleController* m_schedule = nullptr;
-    Housekeeper* m_housekeeper = nullptr;
-    UpdateChecker* m_updates = nullptr;
-    TriggerController* m_trigger = nullptr;
-
-    SilenceAlert* m_silenceAlert = nullptr;
-    CaptureDiagnostics* m_diagnostics = nullptr;
-    UpdatePrompt* m_updatePrompt = nullptr;
-    TrayIcon* m_tray = nullptr; ///< null where the desktop has no notification area
-    VfdPanel* m_panel = nullptr;
-    QPushButton* m_recordButton = nullptr;
-    QCheckBox* m_autoBox = nullptr;
-    LogList* m_log = nullptr;
-    QLabel* m_triggerLabel = nullptr;
+    Station* m_station;
+    Recorder* m_recorder; ///< the station's
+    CaptureDiagnostics* m_diagnostics;
+    UpdatePrompt* m_updatePrompt;
+    TrayIcon* m_tray;
+    VfdPanel* m_panel;
+    ControlBar* m_controls;
+    LogList* m_log;
+    StatusBar* m_status;
     QTimer m_statusTimer;
-    QByteArray m_namedPlaybackId; ///< the device that m_playbackLabel names
-    QString m_playbackLabel;
-    QElapsedTimer m_sinceOverloadLine; ///< invalid: none yet
 };

@@ -6,8 +6,9 @@
 
 #include <QtGlobal>
 
-/// How the two bars of the meter and their peak holds move, in dBFS: up at once, down by 1.4 dB a step; the holds stay
-/// for 1300 ms after the last new one and then fall by 0.7 dB a step. The caller brings the time, in ms of any clock.
+/// How the two bars of the meter and their peak holds move, in dBFS: up at once, down by 1.4 dB per step; the holds
+/// stay for 1300 ms after the last new one and then fall by 0.7 dB per step. The caller brings the time, in ms on any
+/// clock.
 class MeterBallistics {
 public:
     void rise(double leftDb, double rightDb, qint64 now);

@@ -1,8 +1,9 @@
 #include "ui/outputtab.h"
 
-#include "app/appsettings.h"
-#include "encode/codecs.h"
 #include "engine/filenametemplate.h"
+#include "settings/appsettings.h"
+#include "settings/codectable.h"
+#include "settings/limits.h"
 #include "ui/settingsbinding.h"
 
 #include <QCheckBox>
@@ -53,7 +54,7 @@ OutputTab::OutputTab(AppSettings& settings, SettingsBinding& binding, QWidget* p
     templateRow->addWidget(help);
 
     auto* split = new QSpinBox;
-    split->setRange(0, 1440);
+    split->setRange(Limits::SplitMinutes.lowest, Limits::SplitMinutes.highest);
     split->setSuffix(tr(" minute segments"));
     split->setSpecialValueText(tr("do not split"));
     binding.bind(split, settings.splitMinutes);
@@ -64,7 +65,7 @@ OutputTab::OutputTab(AppSettings& settings, SettingsBinding& binding, QWidget* p
     autoDelete->setCheckable(true);
     binding.bind(autoDelete, settings.housekeepingEnabled);
     auto* days = new QSpinBox;
-    days->setRange(1, 3650);
+    days->setRange(Limits::HousekeepingDays.lowest, Limits::HousekeepingDays.highest);
     days->setSuffix(tr(" day(s)"));
     binding.bind(days, settings.housekeepingDays);
     auto* deleteForm = new QFormLayout(autoDelete);

@@ -14,7 +14,7 @@ public:
     OutputTab(AppSettings& settings, SettingsBinding& binding, QWidget* parent = nullptr);
 
 public Q_SLOTS:
-    /// For the preview of the file name.
+    /// Shows the extension of this codec in the preview of the file name.
     void setCodec(int codec);
 
 private Q_SLOTS:
@@ -27,6 +27,6 @@ private:
     QLineEdit* m_folder;
     QLineEdit* m_template;
     QLabel* m_preview;
-    int m_serial; ///< that the next file gets
+    int m_serial; ///< the number that the next file gets
     int m_codec = 0;
 };

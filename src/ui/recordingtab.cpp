@@ -1,10 +1,11 @@
 #include "ui/recordingtab.h"
 
-#include "app/appsettings.h"
 #include "capture/capturefactory.h"
-#include "capture/ffmpeg.h"
+#include "capture/channelpick.h"
 #include "capture/loopback.h"
-#include "encode/codecs.h"
+#include "process/ffmpeg.h"
+#include "settings/appsettings.h"
+#include "settings/codectable.h"
 #include "ui/settingsbinding.h"
 
 #include <QCheckBox>
@@ -84,19 +85,47 @@ QGroupBox* RecordingTab::buildSource(AppSettings& settings, SettingsBinding& bin
     form->addRow(tr("Stream URL:"), url);
     form->addRow(reconnect);
     form->addRow(m_currentSource);
+    form->addRow(tr("Channels of the device:"), buildDeviceChannels(settings, binding));
     return group;
+}
+
+QComboBox* RecordingTab::buildDeviceChannels(AppSettings& settings, SettingsBinding& binding)
+{
+    m_deviceChannels = new QComboBox;
+    m_deviceChannels->setToolTip(tr("A sound card with many inputs may carry several programmes. Choose the pair of "
+                                    "channels, or the single one, that is to be recorded here."));
+    const auto add = [this](const ChannelPick& pick) {
+        const QString text = pick.isEverything() ? tr("as the device delivers")
+                             : pick.count == 1   ? tr("%1 only").arg(pick.numbers())
+                                                 : pick.numbers();
+        m_deviceChannels->addItem(text, QVariant::fromValue(pick));
+    };
+    for (const ChannelPick& pick : ChannelPick::choices())
+        add(pick);
+    const auto stored = ChannelPick::fromSettings(settings.firstChannel, settings.channelCount);
+    if (m_deviceChannels->findData(QVariant::fromValue(stored)) < 0)
+        add(stored); // a pair that begins with an even number
+    m_deviceChannels->setCurrentIndex(m_deviceChannels->findData(QVariant::fromValue(stored)));
+    binding.onWrite([this, &settings] {
+        const auto pick = m_deviceChannels->currentData().value<ChannelPick>();
+        if (pick == ChannelPick::fromSettings(settings.firstChannel, settings.channelCount))
+            return; // numbers that make no sense stay as they are
+        settings.firstChannel = pick.first;
+        settings.channelCount = pick.count == 1 ? 1 : 2;
+    });
+    return m_deviceChannels;
 }
 
 QGroupBox* RecordingTab::buildFormat(AppSettings& settings, SettingsBinding& binding)
 {
     m_codec = new QComboBox;
-    const std::pair<QString, int> codecs[] = {{tr("MP3"), Mp3},
-                                              {tr("Ogg Vorbis"), Ogg},
-                                              {tr("FLAC"), Flac},
-                                              {tr("AAC"), M4a},
-                                              {tr("WAV (uncompressed)"), Wav}};
-    for (const auto& [text, number] : codecs)
-        m_codec->addItem(text, codecExtension(number));
+    // Those that ffmpeg compresses first.
+    for (const bool compressed : {true, false}) {
+        for (const CodecRow& row : Codecs) {
+            if ((row.ffmpegCodec != nullptr) == compressed)
+                m_codec->addItem(tr(row.label), QString::fromLatin1(row.extension));
+        }
+    }
     m_codec->setCurrentIndex(m_codec->findData(codecExtension(settings.codec)));
     binding.onWrite([this, &settings] { settings.codec = codec(); });
     connect(m_codec, &QComboBox::currentIndexChanged, this, &RecordingTab::updateCodecOptions);
@@ -152,7 +181,9 @@ int RecordingTab::codec() const
 
 void RecordingTab::chooseSource()
 {
-    m_device->setEnabled(CaptureBackend(backend()) != CaptureBackend::Stream);
+    const auto kind = CaptureBackend(backend());
+    m_device->setEnabled(kind != CaptureBackend::Stream);
+    m_deviceChannels->setEnabled(kind != CaptureBackend::Stream && kind != CaptureBackend::Loopback);
     listDevices();
 }
 
@@ -216,19 +247,9 @@ void RecordingTab::showCurrentSource()
 
 void RecordingTab::updateCodecOptions()
 {
-    const int chosen = codec();
-    m_bitrate->setEnabled(chosen == Mp3 || chosen == M4a);
-    m_vorbisQuality->setEnabled(chosen == Ogg);
-
-    QString reason;
-    if (!ffmpegAvailable() && chosen != Wav) {
-        if (chosen == Mp3)
-            reason = tr("MP3 needs either LAME compiled in or ffmpeg on the PATH.");
-        else if (chosen == Ogg)
-            reason = tr("Ogg needs either libvorbis compiled in or ffmpeg on the PATH.");
-        else
-            reason = tr("This codec requires ffmpeg on the PATH.");
-    }
-    m_codec->setToolTip(reason);
-    Q_EMIT codecChanged(chosen);
+    const CodecRow& row = codecRow(codec());
+    m_bitrate->setEnabled(row.size == CodecRow::Size::Bitrate);
+    m_vorbisQuality->setEnabled(row.size == CodecRow::Size::VorbisQuality);
+    m_codec->setToolTip(row.unavailable && !ffmpegAvailable() ? tr(row.unavailable) : QString());
+    Q_EMIT codecChanged(codec());
 }

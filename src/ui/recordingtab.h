@@ -18,20 +18,21 @@ class RecordingTab : public QWidget {
 public:
     RecordingTab(AppSettings& settings, SettingsBinding& binding, QWidget* parent = nullptr);
 
-    /// As the controls are now.
+    /// The codec that the controls show.
     int codec() const;
 
 Q_SIGNALS:
     void codecChanged(int codec);
 
 private Q_SLOTS:
-    /// The kind of source has changed.
+    /// Shows what belongs to the chosen kind of source.
     void chooseSource();
     void updateCodecOptions();
 
 private:
     QGroupBox* buildSource(AppSettings& settings, SettingsBinding& binding);
     QGroupBox* buildFormat(AppSettings& settings, SettingsBinding& binding);
+    QComboBox* buildDeviceChannels(AppSettings& settings, SettingsBinding& binding);
     int backend() const;
     void listDevices();
     void onDeviceChosen(int index);
@@ -39,6 +40,7 @@ private:
 
     QComboBox* m_backend = nullptr;
     QComboBox* m_device = nullptr;
+    QComboBox* m_deviceChannels = nullptr;
     QLabel* m_currentSource = nullptr;
     QComboBox* m_codec = nullptr;
     QComboBox* m_bitrate = nullptr;

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "engine/schedule.h"
+#include "settings/schedule.h"
 
 #include <QDialog>
 

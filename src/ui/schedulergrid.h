@@ -1,10 +1,10 @@
 #pragma once
 
-#include "engine/schedule.h"
+#include "settings/schedule.h"
 
 #include <QTableWidget>
 
-/// The week on which the operator marks the hours to record: a row an hour, a column a day (Monday first).
+/// The week on which the operator marks the hours to record: one row per hour, one column per day (Monday first).
 /// A drag with the left button gives every cell it crosses the inverse of the first one's value, one with the right
 /// button clears, the space bar inverts the selection, and a click on a header inverts its day or hour.
 class SchedulerGrid : public QTableWidget {
@@ -12,7 +12,7 @@ class SchedulerGrid : public QTableWidget {
 public:
     explicit SchedulerGrid(QWidget* parent = nullptr);
 
-    /// Does not emit scheduleChanged().
+    /// Shows this schedule without emitting scheduleChanged().
     void setSchedule(const Schedule& schedule);
     const Schedule& schedule() const { return m_schedule; }
 
@@ -38,12 +38,12 @@ private:
     void toggleSelection();
     /// Gives the cell at this point of the viewport the value of the drag.
     void paintCell(QPoint point);
-    /// From viewport coordinates to ones that stay with the cells when the table scrolls.
+    /// Turns viewport coordinates into ones that stay with the cells when the table scrolls.
     QPoint toContents(QPoint point) const;
 
     Schedule m_schedule;
     bool m_dragging = false;
     bool m_dragValue = false;
-    /// Where the drag has come to, in the coordinates of toContents().
+    /// Where the drag is, in the coordinates of toContents().
     QPoint m_dragPosition;
 };

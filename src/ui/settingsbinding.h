@@ -21,11 +21,11 @@ public:
     void bind(QSpinBox* box, int& field);
     void bind(QDoubleSpinBox* box, double& field);
     void bind(QLineEdit* edit, QString& field);
-    /// By the items' data. A value that no item has is added as one, with this text or its own: opening and accepting
-    /// a dialog must not change a setting.
+    /// Binds a box whose items carry the values as their data. A value that no item has is added as an item, with this
+    /// text or its own: opening and accepting a dialog must not change a setting.
     void bind(QComboBox* box, int& field, const QString& textIfMissing = {});
     void bind(QComboBox* box, QString& field, const QString& textIfMissing = {});
-    /// For what no single control holds.
+    /// Has this called by write(), for a field that no single control holds.
     void onWrite(std::function<void()> write) { m_writers.push_back(std::move(write)); }
 
     void write() const;

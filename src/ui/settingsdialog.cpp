@@ -1,11 +1,11 @@
 #include "ui/settingsdialog.h"
 
-#include "app/appsettings.h"
-#include "app/theme.h"
+#include "settings/appsettings.h"
 #include "ui/alertstab.h"
 #include "ui/generaltab.h"
 #include "ui/outputtab.h"
 #include "ui/recordingtab.h"
+#include "ui/theme.h"
 #include "ui/triggerstab.h"
 
 #include <QDialogButtonBox>
@@ -38,11 +38,9 @@ SettingsDialog::SettingsDialog(AppSettings& settings, QWidget* parent) : QDialog
 
 void SettingsDialog::accept()
 {
-    const int themeBefore = m_settings.theme;
     m_binding.write();
     m_settings.save();
     AppSettings::setStartWithSystem(m_settings.startWithSystem);
-    if (m_settings.theme != themeBefore)
-        Theme::apply(m_settings.theme);
+    Theme::apply(m_settings.theme);
     QDialog::accept();
 }

@@ -1,15 +1,9 @@
 #include "ui/statustexts.h"
 
-#include "app/appsettings.h"
-#include "capture/capturefactory.h"
-#include "capture/loopback.h"
-#include "encode/codecs.h"
+#include "settings/appsettings.h"
+#include "settings/codectable.h"
 
-#include <QDir>
-#include <QStorageInfo>
 #include <QUrl>
-
-#include <algorithm>
 
 namespace {
 
@@ -43,20 +37,10 @@ QString StatusTexts::source(const AppSettings& settings, const QString& playback
     return QStringLiteral("%1 · %2").arg(kind, name);
 }
 
-QString StatusTexts::playbackLabel(const QByteArray& playbackId)
-{
-    if (playbackId.isEmpty())
-        return {};
-    const QList<PlaybackDevice> devices = playbackDevices();
-    const auto found = std::find_if(devices.cbegin(), devices.cend(),
-                                    [&](const PlaybackDevice& device) { return device.id == playbackId; });
-    return found != devices.cend() ? found->name : QString::fromUtf8(playbackId);
-}
-
 QString StatusTexts::codec(const AppSettings& settings)
 {
     QString text = codecExtension(settings.codec);
-    if (text == QLatin1String("mp3") || text == QLatin1String("m4a"))
+    if (codecRow(settings.codec).size == CodecRow::Size::Bitrate)
         text += QStringLiteral(" %1K").arg(settings.bitrate);
     return text + QLatin1Char(' ') + (settings.channels == 1 ? tr("MONO") : tr("STEREO"));
 }
@@ -67,11 +51,4 @@ QString StatusTexts::diskLeft(qint64 freeBytes, qint64 bytesPerSecond)
         return tr("unknown");
     const qint64 seconds = freeBytes / qMax<qint64>(bytesPerSecond, 1);
     return tr("%1d %2h").arg(seconds / 86'400).arg(seconds % 86'400 / 3600);
-}
-
-qint64 StatusTexts::freeBytes(const QString& folder)
-{
-    QDir().mkpath(folder);
-    const QStorageInfo volume(folder);
-    return volume.isValid() && volume.isReady() ? volume.bytesAvailable() : -1;
 }

@@ -4,23 +4,28 @@
 #include <QSystemTrayIcon>
 
 #include <memory>
+#include <optional>
 
 class QMenu;
 
-/// The program's place in the notification area: says whether it records, and brings the window back.
+/// The program's place in the notification area: says whether it records, and brings the window back. The area may
+/// appear after the program, when both start with the session; it may go; and a desktop may have none.
 class TrayIcon : public QObject {
     Q_OBJECT
 public:
-    /// Null where the desktop has no notification area.
-    static TrayIcon* create(QObject* parent);
+    explicit TrayIcon(QObject* parent);
     ~TrayIcon() override;
-    /// Whether the desktop has a notification area just now.
-    static bool isAvailable() { return QSystemTrayIcon::isSystemTrayAvailable(); }
+
+    /// Shows the icon if there is an area by now. \return false when the icon was shown and its area has gone.
+    bool look();
+    /// Whether the icon has been shown.
+    bool isShown() const { return m_icon != nullptr; }
 
     void setRecording(bool recording);
+    // While no icon is shown, these do nothing.
     void showInformation(const QString& text, int milliseconds);
     void showWarning(const QString& text, int milliseconds);
-    void hide() { m_icon.hide(); }
+    void hide();
 
 Q_SIGNALS:
     void showRequested();
@@ -28,8 +33,9 @@ Q_SIGNALS:
     void exitRequested();
 
 private:
-    explicit TrayIcon(QObject* parent);
+    void create();
 
     std::unique_ptr<QMenu> m_menu;
-    QSystemTrayIcon m_icon;
+    std::unique_ptr<QSystemTrayIcon> m_icon; ///< null: not shown yet
+    std::optional<bool> m_recording; ///< what the icon shows; nothing: it was not told yet
 };

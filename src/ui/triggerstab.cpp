@@ -1,6 +1,7 @@
 #include "ui/triggerstab.h"
 
-#include "app/appsettings.h"
+#include "settings/appsettings.h"
+#include "settings/limits.h"
 #include "triggers/miditrigger.h"
 #include "triggers/serialtrigger.h"
 #include "triggers/triggercontroller.h"
@@ -16,8 +17,6 @@
 #include <QVBoxLayout>
 
 namespace {
-
-constexpr int BaudRates[] = {1200, 2400, 4800, 9600, 19200, 38400, 57600, 115200};
 
 void enableAll(const QList<QWidget*>& controls, bool enabled)
 {
@@ -46,7 +45,7 @@ TriggersTab::TriggersTab(AppSettings& settings, SettingsBinding& binding, QWidge
     addMidi(form, settings, binding);
 
     auto* runOn = new QSpinBox;
-    runOn->setRange(0, 600);
+    runOn->setRange(Limits::HoldSeconds.lowest, Limits::HoldSeconds.highest);
     runOn->setSuffix(tr(" sec"));
     binding.bind(runOn, settings.holdSeconds);
     m_runOn = runOn;
@@ -71,7 +70,7 @@ void TriggersTab::addSerial(QFormLayout* form, AppSettings& settings, SettingsBi
         port->addItem(tr("(no serial ports found)"), QString());
     binding.bind(port, settings.serialPort, settings.serialPort.isEmpty() ? tr("(no port chosen)") : QString());
     auto* baud = new QComboBox;
-    for (const int rate : BaudRates)
+    for (const int rate : Limits::BaudRates)
         baud->addItem(QString::number(rate), rate);
     binding.bind(baud, settings.serialBaud);
     auto* line = new QComboBox;
@@ -111,11 +110,11 @@ void TriggersTab::addMidi(QFormLayout* form, AppSettings& settings, SettingsBind
             settings.midiDeviceName = names.value(input->currentIndex());
     });
     auto* channel = new QSpinBox;
-    channel->setRange(0, 16);
+    channel->setRange(Limits::MidiChannel.lowest, Limits::MidiChannel.highest);
     channel->setSpecialValueText(tr("any"));
     binding.bind(channel, settings.midiChannel);
     auto* number = new QSpinBox;
-    number->setRange(0, 127);
+    number->setRange(Limits::MidiNumber.lowest, Limits::MidiNumber.highest);
     binding.bind(number, settings.midiNumber);
 
     form->addRow(tr("MIDI input:"), input);

@@ -1,22 +1,22 @@
 #include "ui/updateprompt.h"
 
-#include "app/appsettings.h"
 #include "net/updatechecker.h"
+#include "settings/appsettings.h"
 #include "ui/plainmessage.h"
 #include "ui/updatedialog.h"
 
 #include <QCoreApplication>
 
-UpdatePrompt::UpdatePrompt(QWidget* window) : QObject(window), m_window(window) {}
-
-// In each of the three the settings are saved first: the checker has noted in them when it asked.
+UpdatePrompt::UpdatePrompt(const UpdateChecker* checker, QWidget* window) : QObject(window), m_window(window)
+{
+    connect(checker, &UpdateChecker::updateAvailable, this, &UpdatePrompt::onUpdateAvailable);
+    connect(checker, &UpdateChecker::upToDate, this, &UpdatePrompt::onUpToDate);
+    connect(checker, &UpdateChecker::checkFailed, this, &UpdatePrompt::onUpdateCheckFailed);
+}
 
 void UpdatePrompt::onUpdateAvailable(const UpdateInfo& info, bool silent)
 {
-    AppSettings& settings = AppSettings::instance();
-    settings.save();
-    Q_EMIT logMessage(tr("Update available: version %1").arg(info.latestVersion));
-    if (silent && !info.critical && info.latestVersion == settings.skippedVersion)
+    if (silent && !info.critical && info.latestVersion == AppSettings::instance().skippedVersion)
         return;
     auto* dialog = new UpdateDialog(info, m_window);
     dialog->setAttribute(Qt::WA_DeleteOnClose);
@@ -30,7 +30,6 @@ void UpdatePrompt::onUpdateAvailable(const UpdateInfo& info, bool silent)
 
 void UpdatePrompt::onUpToDate(bool silent)
 {
-    AppSettings::instance().save();
     if (!silent)
         PlainMessage::show(m_window, QMessageBox::Information, tr("Check for Updates"),
                            tr("You are running the latest version (%1).").arg(QCoreApplication::applicationVersion()));
@@ -38,8 +37,6 @@ void UpdatePrompt::onUpToDate(bool silent)
 
 void UpdatePrompt::onUpdateCheckFailed(const QString& reason, bool silent)
 {
-    AppSettings::instance().save();
-    Q_EMIT logMessage(tr("Update check failed: %1").arg(reason));
     if (!silent)
         PlainMessage::show(m_window, QMessageBox::Warning, tr("Check for Updates"),
                            tr("Could not check for updates.\n\n%1").arg(reason));

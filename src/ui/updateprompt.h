@@ -3,14 +3,16 @@
 #include <QObject>
 
 class QWidget;
+class UpdateChecker;
 struct UpdateInfo;
 
-/// Tells the operator what an update check found. A silent check speaks up only for a version that was not skipped.
+/// Shows the operator what an update check found; the station logs it. A silent check speaks up only for a version that
+/// was not skipped.
 class UpdatePrompt : public QObject {
     Q_OBJECT
 public:
-    /// \param window the parent of its dialogs, and its own.
-    explicit UpdatePrompt(QWidget* window);
+    /// \param window the parent of this object and of its dialogs.
+    UpdatePrompt(const UpdateChecker* checker, QWidget* window);
 
 public Q_SLOTS:
     void onUpdateAvailable(const UpdateInfo& info, bool silent);

@@ -18,7 +18,9 @@ void VersionLabel::showLink()
 void VersionLabel::changeEvent(QEvent* event)
 {
     QLabel::changeEvent(event);
-    // Rich text takes its colours from the palette once, when it is set.
-    if (event->type() == QEvent::PaletteChange)
+    // Rich text takes its colours from the palette once, when it is set; and the same text would not be set again.
+    if (event->type() == QEvent::PaletteChange) {
+        clear();
         showLink();
+    }
 }

@@ -49,7 +49,7 @@ void VfdClock::renderFigures(const QString& text)
         painter.scale(m_ratio, m_ratio);
         const QPainterPath lit = SevenSegment::figure(character, cell);
         painter.fillPath(SevenSegment::ghost(character, cell), VfdLook::withAlpha(VfdLook::DimCyan, GhostAlpha));
-        VfdLook::shed(painter, lit, VfdLook::Cyan);
+        VfdLook::drawGlow(painter, lit, VfdLook::Cyan);
         painter.fillPath(lit, VfdLook::Cyan);
         painter.end();
         m_figures[i] = pixels;

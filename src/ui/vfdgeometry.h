@@ -23,7 +23,7 @@ Layout layout(int widgetWidth);
 inline constexpr std::array<double, 10> ScalePoints{-40, -30, -20, -15, -10, -7, -5, -3, -1, 0};
 inline constexpr double FloorDb = ScalePoints.front();
 
-/// 0 at -40 dB and below to 1 at 0 dB and above.
+/// Position of a level on the scale: 0 at -40 dB and below, 1 at 0 dB and above.
 double position(double db);
 
 inline constexpr int Segments = 28;
@@ -31,14 +31,14 @@ inline constexpr double SegmentGap = 1.6;
 
 enum class Zone { Bright, Amber, Red };
 inline constexpr int Zones = 3;
-/// Amber above -5 dB, red above -1 dB. Segment i stands for the position (i + 1) / Segments.
+/// Colour of a segment: amber above -5 dB, red above -1 dB. Segment i stands for the position (i + 1) / Segments.
 Zone zone(int segment);
 
 int litSegments(double db);
-/// -1 at -40 dB and below.
+/// The segment that shows the peak hold; -1 at -40 dB and below.
 int holdSegment(double db);
 
-/// The segment's left and right edge when the bar starts at 0 and is so wide.
+/// The segment's left and right edge in a bar that starts at 0 and has this width.
 struct Span {
     double left;
     double right;

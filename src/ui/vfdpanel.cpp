@@ -47,7 +47,7 @@ void VfdPanel::setElapsedMs(qint64 ms)
     updateRegion(&Layout::clock);
 }
 
-/// Fifty readings a second come in; while the meter moves, it is painted as often as it falls.
+/// 50 readings per second come in; while the meter moves, it is painted once per step of its fall.
 void VfdPanel::setLevels(double leftPeakDb, double rightPeakDb)
 {
     m_meter.rise(leftPeakDb, rightPeakDb, m_clock.elapsed());
@@ -182,21 +182,21 @@ void VfdPanel::clipTimeout()
         updateRegion(&Layout::status);
 }
 
-VfdPainter::Lamps VfdPanel::lamps() const
+VfdLamps::States VfdPanel::lamps() const
 {
-    VfdPainter::Lamps lamps;
-    lamps[VfdPainter::Rec] = m_recording && m_blinkOn;
-    lamps[VfdPainter::Auto] = m_auto;
+    VfdLamps::States lamps;
+    lamps[VfdLamps::Rec] = m_recording && m_blinkOn;
+    lamps[VfdLamps::Auto] = m_auto;
     if (m_triggerConfigured)
-        lamps[VfdPainter::Trig] = m_triggerActive;
-    lamps[VfdPainter::Clip] = isClipping();
+        lamps[VfdLamps::Trig] = m_triggerActive;
+    lamps[VfdLamps::Clip] = isClipping();
     return lamps;
 }
 
-VfdPainter::Today VfdPanel::today() const
+VfdSchedule::Today VfdPanel::today() const
 {
     const QDateTime now = QDateTime::currentDateTime();
-    VfdPainter::Today today{QBitArray(Schedule::HoursPerDay), now.time().hour()};
+    VfdSchedule::Today today{QBitArray(Schedule::HoursPerDay), now.time().hour()};
     for (int hour = 0; hour < Schedule::HoursPerDay; ++hour)
         today.scheduled.setBit(hour, m_schedule.isOn(now.date().dayOfWeek() - 1, hour));
     return today;
@@ -248,15 +248,15 @@ bool VfdPanel::event(QEvent* event)
 /// What a lamp means; elsewhere on their lines the texts that may not fit.
 QString VfdPanel::toolTipAt(const QPoint& position, QRect* region) const
 {
-    const VfdPainter::Lamps shown = lamps();
-    const std::array<QString, VfdPainter::LampCount> meanings{
+    const VfdLamps::States shown = lamps();
+    const std::array<QString, VfdLamps::Count> meanings{
         m_recording ? tr("Recording") : tr("Not recording"),
         m_auto ? tr("Automatic recording by the schedule is on") : tr("Automatic recording by the schedule is off"),
         m_triggerActive ? tr("The external trigger is active") : tr("The external trigger is not active"),
         tr("Lights up for two seconds when the input exceeds full scale"),
     };
-    for (int i = 0; i < VfdPainter::LampCount; ++i) {
-        *region = m_painter.lampRect(VfdPainter::Lamp(i), shown).toAlignedRect();
+    for (int i = 0; i < VfdLamps::Count; ++i) {
+        *region = m_painter.lampRect(VfdLamps::Lamp(i), shown).toAlignedRect();
         if (region->contains(position))
             return meanings[size_t(i)];
     }

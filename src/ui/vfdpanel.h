@@ -1,6 +1,6 @@
 #pragma once
 
-#include "engine/schedule.h"
+#include "settings/schedule.h"
 #include "ui/meterballistics.h"
 #include "ui/vfdpainter.h"
 
@@ -17,7 +17,7 @@ public:
 
 public Q_SLOTS:
     void setElapsedMs(qint64 ms);
-    /// In dBFS, as often as they come. While the meter moves, a reading is seen within 50 ms.
+    /// Takes one reading, in dBFS, as often as they come. While the meter moves, a reading is seen within 50 ms.
     void setLevels(double leftPeakDb, double rightPeakDb);
     void setRecording(bool recording);
     void setAutoMode(bool on);
@@ -26,7 +26,7 @@ public Q_SLOTS:
     /// Empty while the free space is not known yet.
     void setDiskText(const QString& text);
     void setFileText(const QString& text);
-    /// Also to be called from time to time: the strip then moves on to the present hour and day.
+    /// Shows this schedule. To be called from time to time too: the strip then moves on to the present hour and day.
     void setSchedule(const Schedule& schedule);
     /// Lights the clip lamp for two seconds.
     void flashOverload();
@@ -46,8 +46,8 @@ private:
     void blink();
     void clipTimeout();
     bool isClipping() const;
-    VfdPainter::Lamps lamps() const;
-    VfdPainter::Today today() const;
+    VfdLamps::States lamps() const;
+    VfdSchedule::Today today() const;
     QString toolTipAt(const QPoint& position, QRect* region) const;
     void describe();
 
@@ -65,7 +65,7 @@ private:
     QString m_disk;
     QString m_file;
     Schedule m_schedule;
-    VfdPainter::Today m_paintedToday;
+    VfdSchedule::Today m_paintedToday;
 
     QElapsedTimer m_clock;
     QElapsedTimer m_sinceClip; ///< invalid before the first overload

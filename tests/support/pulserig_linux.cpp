@@ -35,13 +35,60 @@ void PulseRig::kill()
 
 void PulseRig::play(const QByteArray& pcm, const QString& device)
 {
+    play(pcm, {QStringLiteral("--device=") + device, QStringLiteral("--channels=2")});
+}
+
+bool PulseRig::addCard(int channels)
+{
+    m_cardChannels.clear();
+    for (int i = 0; i < channels; ++i)
+        m_cardChannels << QStringLiteral("aux%1").arg(i);
+    const QString count = QStringLiteral("channels=%1").arg(channels);
+    const QString map = QStringLiteral("channel_map=") + m_cardChannels.join(u',');
+    const QString pactl = QStringLiteral("pactl");
+    const QString load = QStringLiteral("load-module");
+    const QStringList sink{load,
+                           QStringLiteral("module-null-sink"),
+                           QStringLiteral("sink_name=multi"),
+                           QStringLiteral("rate=44100"),
+                           QStringLiteral("norewinds=1"),
+                           count,
+                           map};
+    const QStringList source{load,
+                             QStringLiteral("module-remap-source"),
+                             QStringLiteral("source_name=multi_in"),
+                             QStringLiteral("master=multi.monitor"),
+                             QStringLiteral("source_properties=device.description=Multi"),
+                             QStringLiteral("remix=no"),
+                             count,
+                             map,
+                             QStringLiteral("master_") + map};
+    QProcess loading;
+    loading.start(pactl, sink);
+    m_card = loading.waitForFinished() ? QString::fromLatin1(loading.readAllStandardOutput().trimmed()) : QString();
+    return !m_card.isEmpty() && QProcess::execute(pactl, source) == 0;
+}
+
+bool PulseRig::removeCard()
+{
+    return QProcess::execute(QStringLiteral("pactl"), {QStringLiteral("unload-module"), m_card}) == 0;
+}
+
+void PulseRig::playIntoCard(const QByteArray& pcm)
+{
+    play(pcm, {QStringLiteral("--device=multi"), QStringLiteral("--channels=%1").arg(m_cardChannels.size()),
+               QStringLiteral("--channel-map=") + m_cardChannels.join(u',')});
+}
+
+void PulseRig::play(const QByteArray& pcm, const QStringList& arguments)
+{
     QFile file(m_folder.filePath(QStringLiteral("programme%1.raw").arg(m_players.size())));
     if (!file.open(QIODevice::WriteOnly) || file.write(pcm) != pcm.size())
         qFatal("cannot write the programme");
     file.close();
     auto player = std::make_unique<QProcess>();
-    player->start(QStringLiteral("pacat"),
-                  {QStringLiteral("--raw"), QStringLiteral("--device=") + device, QStringLiteral("--format=s16le"),
-                   QStringLiteral("--rate=44100"), QStringLiteral("--channels=2"), file.fileName()});
+    player->start(QStringLiteral("pacat"), QStringList{QStringLiteral("--raw"), QStringLiteral("--format=s16le"),
+                                                       QStringLiteral("--rate=44100")} +
+                                               arguments + QStringList{file.fileName()});
     m_players.push_back(std::move(player));
 }

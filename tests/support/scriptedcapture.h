@@ -3,11 +3,6 @@
 #include "capture/audiocapture.h"
 #include "engine/recorder.h"
 
-#include <QTimer>
-
-#include <chrono>
-#include <functional>
-
 /// A source that delivers what the test tells it to.
 class ScriptedCapture : public AudioCapture {
 public:
@@ -28,23 +23,4 @@ public:
     QString description() const override { return QStringLiteral("Scripted"); }
 
     bool refuse = false;
-};
-
-/// Delivers a block each time that the interval has passed.
-class TimedCapture : public ScriptedCapture {
-public:
-    TimedCapture(std::chrono::milliseconds interval, const std::function<QByteArray()>& block)
-    {
-        m_timer.setInterval(interval);
-        m_timer.callOnTimeout(this, [this, block] { Q_EMIT dataReady(block()); });
-    }
-    bool start(const PcmFormat&) override
-    {
-        m_timer.start();
-        return true;
-    }
-    void stop() override { m_timer.stop(); }
-
-private:
-    QTimer m_timer;
 };

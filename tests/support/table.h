@@ -4,7 +4,7 @@
 
 #include <tuple>
 
-/// A test's table: the data function makes one and calls it once a row, the test fetches a row's values.
+/// A test's table: the data function makes one and calls it once per row, the test fetches a row's values.
 template <class... Columns>
 struct Table {
     using Values = std::tuple<Columns...>;

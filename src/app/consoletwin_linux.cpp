@@ -1,0 +1,6 @@
+#include "app/consoletwin.h"
+
+std::optional<int> ConsoleTwin::handWindowOver()
+{
+    return std::nullopt;
+}

@@ -1,0 +1,6 @@
+#include "capture/channelreader.h"
+
+AudioCapture* createChannelReader(const QAudioDevice&, const ChannelPick&, QObject*)
+{
+    return nullptr;
+}

@@ -1,0 +1,41 @@
+#pragma once
+
+#include <QDateTime>
+#include <QJsonObject>
+#include <QString>
+
+/// Whether a recording is wanted just now, and by whom.
+struct RecordingWish {
+    bool wanted = false;
+    QString by; ///< "manual", "scheduler" or "trigger"; empty: nobody wants one
+
+    /// In automatic mode the schedule alone decides, since it stops what others start outside its hours.
+    /// \param manual somebody pressed Record, and nobody has pressed Stop since.
+    static RecordingWish decide(bool automatic, bool inSchedule, bool triggerActive, bool manual);
+
+    friend bool operator==(const RecordingWish&, const RecordingWish&) = default;
+};
+
+/// What a station does, as a plain value: for the window, the command line and whoever watches from outside.
+struct StationStatus {
+    QString version;
+    QString channel; ///< empty for the first one
+    bool recording = false;
+    QDateTime recordingSince; ///< invalid while stopped
+    RecordingWish wish;
+    QString file; ///< path of the file being written; empty: none
+    double leftDb = 0.0; ///< peak of the first channel, dBFS
+    double rightDb = 0.0; ///< peak of the second channel; in mono the same as leftDb
+    QString source; ///< display name of the source; empty while there is none
+    double secondsSinceAudio = -1.0; ///< negative: no audio has come in this run
+    QString trigger; ///< "none", "off" or "on"
+    bool automatic = false;
+    QDateTime blockEnd; ///< end of the scheduled block; invalid outside of one
+    qint64 freeBytes = -1; ///< of the recordings folder; negative: unknown
+    QString lastError;
+    QDateTime lastErrorAt; ///< invalid: no error since the start
+    QString lastFile; ///< name of the last file closed
+
+    /// Every member by its name, times as ISO 8601 with offset, the unknown as null.
+    QJsonObject toJson() const;
+};

@@ -1,0 +1,17 @@
+#include "ui/statusbar.h"
+
+#include "ui/versionlabel.h"
+
+StatusBar::StatusBar(QWidget* parent) : QStatusBar(parent), m_trigger(new QLabel)
+{
+    showMessage(tr("Ready"));
+    addPermanentWidget(m_trigger);
+    auto* version = new VersionLabel;
+    connect(version, &VersionLabel::linkActivated, this, &StatusBar::updateCheckRequested);
+    addPermanentWidget(version);
+}
+
+void StatusBar::showTrigger(bool configured, bool active)
+{
+    m_trigger->setText(!configured ? tr("Trigger: none") : active ? tr("Trigger: ON") : tr("Trigger: off"));
+}

@@ -1,0 +1,21 @@
+#pragma once
+
+#include <QStatusBar>
+
+class QLabel;
+
+/// The window's status bar: a message, the state of the trigger, and the version, which looks for a newer one
+/// when it is clicked.
+class StatusBar : public QStatusBar {
+    Q_OBJECT
+public:
+    explicit StatusBar(QWidget* parent = nullptr);
+
+    void showTrigger(bool configured, bool active);
+
+Q_SIGNALS:
+    void updateCheckRequested();
+
+private:
+    QLabel* m_trigger;
+};
