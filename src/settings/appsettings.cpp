@@ -136,6 +136,23 @@ void AppSettings::eachField(Self& self, Field&& field)
 
     field("capture/firstChannel", self.firstChannel);
     field("capture/channelCount", self.channelCount);
+
+    field("housekeeping/deleteWhenFull", self.deleteWhenFull);
+    field("housekeeping/keepDays", self.keepDays);
+
+    field("copy/enabled", self.copyEnabled);
+    field("copy/folder", self.copyFolder);
+    field("copy/days", self.copyDays);
+
+    for (const AlarmRow& row : AlarmRows) {
+        auto& alarm = self.alarms[size_t(row.kind)];
+        field(row.switchKey, alarm.enabled);
+        field(row.delayKey, alarm.delaySeconds);
+    }
+    field("alarms/diskLowHours", self.diskLowHours);
+    field("alarms/mail", self.alarmMail);
+    field("alarms/url", self.alarmUrl);
+    field("alarms/heartbeatUrl", self.heartbeatUrl);
 }
 
 AppSettings& AppSettings::instance()
@@ -147,6 +164,8 @@ AppSettings& AppSettings::instance()
 AppSettings::AppSettings()
     : outputFolder(QDir::toNativeSeparators(Channel::dataFolder() + QStringLiteral("/Log"))), schedule(everyHour())
 {
+    for (const AlarmRow& row : AlarmRows)
+        alarms[size_t(row.kind)].delaySeconds = row.defaultDelaySeconds;
 }
 
 void AppSettings::load()

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "settings/alarmkind.h"
 #include "settings/choices.h"
 #include "settings/codectable.h"
 #include "settings/schedule.h"
@@ -11,6 +12,7 @@
 #include <QString>
 #include <QVariant>
 
+#include <array>
 #include <utility>
 
 /// Every setting of the program, as plain fields that everybody reads directly; the one place that knows the store.
@@ -119,6 +121,22 @@ public:
     // capture: which channels of the input device
     int firstChannel = 0; ///< its number, 1 to 64; anything else: all channels, as the device delivers them
     int channelCount = 2; ///< 1: firstChannel alone; anything else: firstChannel and the next one as a pair
+
+    // housekeeping: what is deleted for want of space
+    bool deleteWhenFull = false; ///< the oldest recordings go when the disk is full
+    int keepDays = 42; ///< what is younger never goes for want of space
+
+    // copy
+    bool copyEnabled = false;
+    QString copyFolder; ///< native separators; empty: no second copy
+    int copyDays = 365; ///< retention of the copies
+
+    // alarms
+    std::array<AlarmSetting, AlarmCount> alarms; ///< by AlarmKind
+    int diskLowHours = 72; ///< recording time left below which the disk counts as low
+    bool alarmMail = false; ///< by the mail settings of the silence alert
+    QString alarmUrl; ///< gets each alarm by HTTP POST; empty: none
+    QString heartbeatUrl; ///< asked for once a minute while audio is written; empty: none
 
 Q_SIGNALS:
     /// After every save().

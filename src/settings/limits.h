@@ -20,6 +20,8 @@ inline constexpr Range<int> StreamStallSeconds{3, 3600};
 inline constexpr Range<int> SplitMinutes{0, 1440};
 inline constexpr Range<int> Serial{1, 9999};
 inline constexpr Range<int> HousekeepingDays{1, 3650};
+inline constexpr Range<int> AlarmDelaySeconds{0, 86400};
+inline constexpr Range<int> DiskLowHours{1, 8760};
 inline constexpr Range<int> SilenceSeconds{1, 3600};
 inline constexpr Range<double> SilenceThresholdDb{-90.0, 0.0};
 inline constexpr Range<int> Port{1, 65535};

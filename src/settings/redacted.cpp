@@ -16,3 +16,10 @@ QString Redacted::url(const QString& address)
     const auto scheme = text.indexOf(QLatin1String("://"));
     return (scheme >= 0 && scheme < at ? text.left(scheme + 3) : QString()) + text.mid(at + 1);
 }
+
+QString Redacted::host(const QString& address)
+{
+    const QString text = url(address);
+    const auto scheme = text.indexOf(QLatin1String("://"));
+    return text.left(text.indexOf(u'/', scheme < 0 ? 0 : scheme + 3));
+}

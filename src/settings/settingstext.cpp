@@ -45,9 +45,9 @@ Rule range(const char* key, Limits::Range<Number> limits)
     return {key, {}, double(limits.lowest), double(limits.highest)};
 }
 
-const QList<Rule>& rules()
+QList<Rule> allRules()
 {
-    static const QList<Rule> list{
+    QList<Rule> list{
         {"capture/backend", {QStringLiteral("0"), QStringLiteral("1"), QStringLiteral("2")}},
         range("capture/streamStall", Limits::StreamStallSeconds),
         range("levels/inputGainDb", Limits::InputGainDb),
@@ -74,7 +74,18 @@ const QList<Rule>& rules()
         {"general/closeAction", {QStringLiteral("0"), QStringLiteral("1"), QStringLiteral("2")}},
         {"general/theme", {QStringLiteral("0"), QStringLiteral("1"), QStringLiteral("2")}},
         {"general/language", {QString(), QStringLiteral("en"), QStringLiteral("es")}},
+        range("housekeeping/keepDays", Limits::HousekeepingDays),
+        range("copy/days", Limits::HousekeepingDays),
+        range("alarms/diskLowHours", Limits::DiskLowHours),
     };
+    for (const AlarmRow& row : AlarmRows)
+        list << range(row.delayKey, Limits::AlarmDelaySeconds);
+    return list;
+}
+
+const QList<Rule>& rules()
+{
+    static const QList<Rule> list = allRules();
     return list;
 }
 
@@ -89,6 +100,12 @@ bool isOwn(const QString& key)
 bool isDeviceName(const QString& key)
 {
     return key == QLatin1String("trigger/serialPort") || key == QLatin1String("trigger/midiDeviceName");
+}
+
+/// Web addresses whose path may be all that proves the right to use them.
+bool isCapability(const QString& key)
+{
+    return key == QLatin1String("alarms/url") || key == QLatin1String("alarms/heartbeatUrl");
 }
 
 /// The text as a value of the type that the store holds, if it is one.
@@ -150,10 +167,12 @@ QString SettingsText::value(const AppSettings& settings, const QString& key)
 
 QString SettingsText::withoutSecrets(const AppSettings& settings, const QString& key)
 {
-    const bool isAddress = key == QLatin1String("capture/streamUrl") || key == QLatin1String("updates/url");
+    static const QStringList addresses{QStringLiteral("capture/streamUrl"), QStringLiteral("updates/url")};
     if (isSecret(key))
         return {};
-    return isAddress ? Redacted::url(value(settings, key)) : value(settings, key);
+    if (isCapability(key))
+        return Redacted::host(value(settings, key));
+    return addresses.contains(key) ? Redacted::url(value(settings, key)) : value(settings, key);
 }
 
 QString SettingsText::setValue(AppSettings& settings, const QString& key, const QString& text)
@@ -181,8 +200,12 @@ QString SettingsText::setValue(AppSettings& settings, const QString& key, const 
         if (rule->lowest <= rule->highest && !(number >= rule->lowest && number <= rule->highest))
             return tr("%1 takes a number from %2 to %3.").arg(key).arg(rule->lowest).arg(rule->highest);
     }
-    if (key == QLatin1String("output/folder") && !QDir::isAbsolutePath(text))
+    const bool mustBeFolder =
+        key == QLatin1String("output/folder") || (key == QLatin1String("copy/folder") && !text.isEmpty());
+    if (mustBeFolder && !QDir::isAbsolutePath(text))
         return tr("The folder must be an absolute path.");
+    if (isCapability(key) && !text.isEmpty() && !QUrl(text).scheme().startsWith(QLatin1String("http")))
+        return tr("The address must begin with http:// or https://.");
     if (key == QLatin1String("state/schedule") &&
         (text.size() != Schedule::Hours || text.count(u'0') + text.count(u'1') != Schedule::Hours))
         return tr("A schedule has %1 characters, 1 for each hour to record and 0 for the others, from Monday 00:00.")
