@@ -1,10 +1,10 @@
 #include "process/childprocess.h"
 #include "support/table.h"
 
-#include <QElapsedTimer>
 #include <QPointer>
 
 #include <csignal>
+#include <optional>
 
 using namespace std::chrono_literals;
 
@@ -35,41 +35,56 @@ private Q_SLOTS:
     }
 
     /// What it was fed comes through whole, and the end of its input lets it end.
+    void fed_data()
+    {
+        const Table<bool> row;
+        row("waited for", false);
+        row("later", true);
+    }
     void fed()
     {
+        const auto [later] = Table<bool>::fetch();
         ChildProcess child;
-        QVERIFY(child.launch("wc", {"-c"}));
+        QVERIFY(child.launch("sh", {"-c", "sleep .3; wc -c"}));
         const QByteArray block(100'000, 'x');
         for (int i = 0; i < 50; ++i)
-            QVERIFY(child.feed(block, 200'000));
-        QVERIFY(child.bytesToWrite() <= 300'000);
-        QVERIFY(child.end({10s, 1s, 1s}));
+            QVERIFY(child.feed(block));
+        QCOMPARE(child.waitingBytes(), 5'000'000);
+        std::optional<bool> byItself;
+        if (later)
+            child.endLater({10s, 1s, 1s}, [&](bool self) { byItself = self; });
+        else
+            byItself = child.end({10s, 1s, 1s});
+        QTRY_VERIFY(byItself.has_value());
+        QVERIFY(*byItself);
         QCOMPARE(child.readAll().trimmed(), "5000000");
+        QCOMPARE(child.waitingBytes(), 0);
+        QVERIFY(!child.feed(block));
         QCOMPARE(child.reasonOfEnd(Exited), "It ended (exit code 0).");
-    }
-
-    void takesNothing()
-    {
-        ChildProcess child;
-        QVERIFY(child.launch("sleep", {"60"}));
-        const QByteArray block(1'000'000, 'x'); // more than a pipe holds
-        QVERIFY(child.feed(block, 10));
-        QElapsedTimer time;
-        time.start();
-        QVERIFY(!child.feed(block, 10));
-        QVERIFY(time.elapsed() >= 4500);
-        QVERIFY(child.isRunning());
-        QVERIFY(child.bytesToWrite() > 10 && child.bytesToWrite() <= block.size());
-    }
-
-    void feedAfterItsEnd()
-    {
-        ChildProcess child;
-        QVERIFY(child.launch("sh", {"-c", "exit 3"}));
-        QVERIFY(child.waitForFinished());
-        QVERIFY(!child.feed("x", 10));
-        QCOMPARE(child.reasonOfEnd(Exited), "It ended (exit code 3).");
         QVERIFY(child.end({1s, 1s, 1s})); // nothing is left to do
+    }
+
+    /// Together with what the child got, what it gives back is all there was.
+    void givesBack()
+    {
+        ChildProcess child;
+        QVERIFY(child.launch("sh", {"-c", "head -c 150000; exec sleep 60"}));
+        QByteArray fed;
+        QByteArray got;
+        for (char c = 'a'; c < 'k'; ++c) {
+            fed += QByteArray(50'000, c);
+            QVERIFY(child.feed(fed.last(50'000)));
+        }
+        QTRY_VERIFY((got += child.readAll(), got.size() == 150'000));
+        QTRY_VERIFY(child.withoutProgress() > 200ms);
+        QVERIFY(child.behind() >= child.withoutProgress());
+        const QByteArray back = child.takeWaiting().join();
+        QVERIFY(back.size() > 200'000 && fed.endsWith(back)); // a pipe holds the rest
+        QCOMPARE(child.withoutProgress(), 0ms);
+        std::optional<bool> byItself;
+        child.endLater({100ms, 5s, 1s}, [&](bool self) { byItself = self; });
+        QTRY_VERIFY(byItself.has_value());
+        QVERIFY(!*byItself);
     }
 
     void end_data()

@@ -8,6 +8,7 @@
 #include "support/table.h"
 
 #include <QDir>
+#include <QElapsedTimer>
 #include <QJsonArray>
 #include <QJsonDocument>
 #include <QSignalSpy>
@@ -32,15 +33,17 @@ struct Disk {
     bool mounted;
 };
 
-/// Hears a second of counting every 10 ms.
-class FastCapture : public ScriptedCapture {
+/// Hears counting.
+class CountingCapture : public ScriptedCapture {
 public:
-    FastCapture()
+    /// \param next the number that comes next; goes on counting here.
+    CountingCapture(qint64& next, int framesPerBlock)
     {
         m_timer.setInterval(10ms);
-        m_timer.callOnTimeout(this, [this] {
-            Q_EMIT dataReady(Counting::frames(m_heard, 44100));
-            m_heard += 44100;
+        m_timer.callOnTimeout(this, [this, &next, framesPerBlock] {
+            const QByteArray block = Counting::frames(next, framesPerBlock);
+            next += framesPerBlock;
+            Q_EMIT dataReady(block);
         });
     }
     bool start(const PcmFormat&) override
@@ -52,8 +55,27 @@ public:
 
 private:
     QTimer m_timer;
-    qint64 m_heard = 0;
 };
+
+/// Cannot be opened, which shows at once or later.
+struct FailingCapture : ScriptedCapture {
+    explicit FailingCapture(bool isLate) : late(isLate) {}
+    bool start(const PcmFormat&) override
+    {
+        QTimer::singleShot(late ? 20ms : 0ms, this, [this] { Q_EMIT errorOccurred("no device"); });
+        return late;
+    }
+    bool late;
+};
+
+/// The one ffmpeg that this process runs.
+pid_t childId()
+{
+    QFile children(QStringLiteral("/proc/self/task/%1/children").arg(getpid()));
+    const bool opened = children.open(QIODevice::ReadOnly);
+    const QList<QByteArray> pids = opened ? children.readAll().simplified().split(' ') : QList<QByteArray>();
+    return pids.size() == 1 ? pids[0].toInt() : 0;
+}
 
 } // namespace
 
@@ -61,6 +83,7 @@ class TestRecorderTrouble : public QObject {
     Q_OBJECT
 
     using DiskFullRows = Table<int, QString>;
+    using FailedStartRows = Table<int, bool>; // codec, late
     using EncoderKilledRows = Table<bool, QString>; // stopped at the same moment
 
 private Q_SLOTS:
@@ -68,6 +91,8 @@ private Q_SLOTS:
     {
         m_settings.channels = 2;
         m_settings.splitMinutes = 0;
+        m_next = 0;
+        m_framesPerBlock = 44100;
     }
 
     void diskFull_data()
@@ -143,12 +168,10 @@ private Q_SLOTS:
 
         const QSignalSpy heard(&recorder, &Recorder::audioReceived);
         QVERIFY(recorder.start());
-        QFile children(QStringLiteral("/proc/self/task/%1/children").arg(getpid()));
-        QVERIFY(children.open(QIODevice::ReadOnly));
-        const QList<QByteArray> pids = children.readAll().simplified().split(' ');
-        QCOMPARE(pids.size(), 1);
+        const pid_t encoder = childId();
+        QVERIFY(encoder > 0);
         QTRY_VERIFY(heard.size() > 20);
-        kill(pids[0].toInt(), SIGKILL);
+        kill(encoder, SIGKILL);
         if (stopped)
             recorder.stop();
         QTRY_VERIFY(!recorder.isRecording());
@@ -159,8 +182,98 @@ private Q_SLOTS:
         QCOMPARE(listed, stopped ? 1 : 0);
     }
 
+    void failedStartLeavesNothing_data()
+    {
+        const FailedStartRows row;
+        row("wav", Wav, false);
+        row("mp3", Mp3, false);
+        row("flac", Flac, true);
+        row("wav, late", Wav, true);
+    }
+    void failedStartLeavesNothing()
+    {
+        const auto [codec, late] = FailedStartRows::fetch();
+        QTemporaryDir folder;
+        m_settings.outputFolder = folder.path();
+        m_settings.codec = codec;
+        m_settings.fileSerial = 9999;
+        const Recorder::Environment environment{QDateTime::currentMSecsSinceEpoch,
+                                                [late = late] { return new FailingCapture(late); }};
+        Recorder recorder(nullptr, nullptr, environment);
+        for (int i = 0; i < 2; ++i) {
+            QCOMPARE(recorder.start(), late);
+            QTRY_VERIFY(!recorder.isRecording());
+            QVERIFY(!recorder.hasHeard());
+            QCOMPARE(QDir(folder.path()).entryList(QDir::Files), QStringList());
+            QCOMPARE(m_settings.fileSerial, 9999);
+        }
+    }
+
+    /// Nothing that the file did not take is lost: the next one begins with it.
+    void encoderStuck_data()
+    {
+        const Table<bool> row;
+        row("comes to life again", false);
+        row("is killed", true);
+    }
+    void encoderStuck()
+    {
+        const auto [killed] = Table<bool>::fetch();
+        QTemporaryDir folder;
+        m_settings.outputFolder = folder.path();
+        m_settings.codec = Flac;
+        m_framesPerBlock = 1000;
+        Recorder recorder(nullptr, nullptr, m_environment);
+        QSignalSpy errors(&recorder, &Recorder::errorOccurred);
+        QSignalSpy files(&recorder, &Recorder::fileStarted);
+        QSignalSpy closed(&recorder, &Recorder::fileFinished);
+        QVERIFY(recorder.start());
+        const pid_t encoder = childId();
+        QTRY_VERIFY(m_next > 50'000);
+        kill(encoder, SIGSTOP);
+        const qint64 stuckAt = m_next;
+        QElapsedTimer time;
+        time.start();
+        qint64 longest = 0;
+        while (!killed ? files.size() < 2 && time.elapsed() < 15'000 : m_next < stuckAt + 200'000) {
+            QElapsedTimer turn;
+            turn.start();
+            QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
+            longest = qMax(longest, turn.elapsed());
+        }
+        QVERIFY2(longest < 500, qPrintable(QString::number(longest)));
+        kill(encoder, killed ? SIGKILL : SIGCONT);
+        if (killed) {
+            QTRY_VERIFY(!recorder.isRecording());
+            QCOMPARE(errors.size(), 1);
+            QVERIFY(recorder.isWorthRetrying() && recorder.hasHeard());
+            QVERIFY(recorder.start());
+        } else {
+            QVERIFY(time.elapsed() >= 10'000);
+            QTRY_COMPARE(closed.size(), 1);
+            QVERIFY(recorder.isRecording());
+            QCOMPARE(errors.size(), 1);
+        }
+        QTRY_VERIFY(files.size() == 2 && m_next > stuckAt + 250'000);
+        recorder.stop();
+
+        const auto first = killed ? QByteArray() : AudioFiles::decode(files[0][0].toString());
+        const auto second = AudioFiles::decode(files[1][0].toString());
+        const qint64 held = m_next - second.size() / 4;
+        QVERIFY(second == Counting::frames(held, second.size() / 4));
+        constexpr qint64 PipeFrames = 65536 / 4; // that the child could still have read
+        QVERIFY2(held <= stuckAt + PipeFrames + m_framesPerBlock, qPrintable(QString::number(held - stuckAt)));
+        if (killed)
+            return;
+        QVERIFY(first == Counting::frames(0, first.size() / 4));
+        QVERIFY(first.size() / 4 >= held);
+    }
+
 private:
-    Recorder::Environment m_environment{QDateTime::currentMSecsSinceEpoch, [] { return new FastCapture; }};
+    qint64 m_next = 0;
+    int m_framesPerBlock = 44100;
+    Recorder::Environment m_environment{QDateTime::currentMSecsSinceEpoch,
+                                        [this] { return new CountingCapture(m_next, m_framesPerBlock); }};
     AppSettings& m_settings = AppSettings::instance();
 };
 

@@ -19,6 +19,8 @@ public:
     virtual bool isRunning() const = 0;
     /// One line with the source's display name.
     virtual QString description() const = 0;
+    /// Whether a new start may mend what went wrong; false after an error that only the operator can mend.
+    virtual bool isWorthRetrying() const { return true; }
 
 Q_SIGNALS:
     /// One block, never empty, in the format that start() was given, with gain and limiter applied.

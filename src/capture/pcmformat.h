@@ -7,4 +7,6 @@ struct PcmFormat {
     int channels = 2; ///< 1 or 2 in practice
 
     int frameBytes() const { return channels * 2; }
+
+    friend bool operator==(const PcmFormat&, const PcmFormat&) = default;
 };

@@ -8,12 +8,15 @@
 #include <QFileInfo>
 
 #include <chrono>
+#include <utility>
 
 using namespace std::chrono_literals;
 
 namespace {
 
 constexpr ChildProcess::Patience FinishPatience{15s, 3s, 3s};
+/// Encoded in well under a second.
+constexpr qint64 QuicklyTakenBytes = 8 * 1024 * 1024;
 
 } // namespace
 
@@ -77,23 +80,63 @@ bool FfmpegEncoder::write(const QByteArray& pcmS16)
 {
     if (!m_process)
         return false;
-    if (!m_process->feed(pcmS16, MaxWaitingBytes)) {
-        if (!isOpen())
-            m_errorString = reasonOfEnd();
-        else if (m_process->bytesToWrite() > MaxWaitingBytes)
-            m_errorString = tr("ffmpeg does not keep up with the recording.");
-        else
-            m_errorString = m_process->errorString();
+    const bool keepsUp = m_process->behind() < BehindAtMost;
+    if (!keepsUp || !m_process->feed(pcmS16)) {
+        m_errorString = keepsUp ? reasonOfEnd() : tr("ffmpeg does not keep up with the recording.");
+        m_refused = {pcmS16};
         return false;
     }
     m_bytesWritten += pcmS16.size();
     return true;
 }
 
+bool FfmpegEncoder::isStuck() const
+{
+    return isOpen() && m_process->withoutProgress() >= StuckAfter;
+}
+
+bool FfmpegEncoder::isBehind() const
+{
+    return isOpen() && m_process->waitingBytes() > QuicklyTakenBytes;
+}
+
+QList<QByteArray> FfmpegEncoder::takeQueued()
+{
+    return (m_process ? m_process->takeWaiting() : QList<QByteArray>()) + Encoder::takeQueued();
+}
+
 void FfmpegEncoder::close()
 {
-    if (m_process)
-        finishProcess();
+    if (m_process) {
+        noteEnd(m_process->end(FinishPatience));
+        m_process.reset();
+    }
+    syncFile();
+}
+
+void FfmpegEncoder::closeLater(std::function<void()> closed)
+{
+    m_process->endLater(FinishPatience, [this, closed = std::move(closed)](bool inTime) {
+        noteEnd(inTime);
+        m_process.release()->reap(); // it is the child that calls
+        if (inTime) // else it may be the disk that hangs
+            syncFile();
+        closed();
+    });
+}
+
+/// Called after ffmpeg saw the end of its input and wrote the rest, or was made to end.
+void FfmpegEncoder::noteEnd(bool inTime)
+{
+    const bool succeeded = m_process->exitStatus() == QProcess::NormalExit && m_process->exitCode() == 0;
+    if (!inTime)
+        noteFailure(tr("ffmpeg did not finish the file in time."));
+    else if (!succeeded)
+        noteFailure(reasonOfEnd());
+}
+
+void FfmpegEncoder::syncFile()
+{
     const QFileInfo info(m_path);
     if (!info.isFile())
         return;
@@ -102,16 +145,4 @@ void FfmpegEncoder::close()
     // It may not open, since a virus scanner may be at it already. The system then writes it in its own time.
     if (file.open(QIODevice::ReadWrite | QIODevice::ExistingOnly) && !syncToDisk(file))
         noteFailure(qt_error_string());
-}
-
-/// Lets ffmpeg see the end of its input and write the rest.
-void FfmpegEncoder::finishProcess()
-{
-    const bool inTime = m_process->end(FinishPatience);
-    const bool succeeded = m_process->exitStatus() == QProcess::NormalExit && m_process->exitCode() == 0;
-    if (!inTime)
-        noteFailure(tr("ffmpeg did not finish the file in time."));
-    else if (!succeeded)
-        noteFailure(reasonOfEnd());
-    m_process.reset();
 }

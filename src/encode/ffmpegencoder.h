@@ -6,6 +6,7 @@
 #include <QCoreApplication>
 #include <QStringList>
 
+#include <chrono>
 #include <memory>
 
 /// Lets an ffmpeg child process compress and write the file: PCM goes into its standard input. What ffmpeg prints
@@ -14,9 +15,11 @@
 class FfmpegEncoder : public Encoder {
     Q_DECLARE_TR_FUNCTIONS(FfmpegEncoder)
 public:
-    /// PCM that may wait for a child that does not keep up, before write() waits for it, and fails when the child takes
-    /// nothing for 5 s. A disk or an ffmpeg that hangs must not eat all memory; this is 12 minutes of 44.1 kHz stereo.
-    static constexpr qint64 MaxWaitingBytes = 128 * 1024 * 1024;
+    /// How long a child that takes something, but too little, may keep a block waiting before write() fails: as long as
+    /// that costs some 100 MB of memory. The silence that makes up for a long outage is taken faster than that.
+    static constexpr std::chrono::minutes BehindAtMost{10};
+    /// A child that takes nothing for so long is stuck.
+    static constexpr std::chrono::seconds StuckAfter{10};
 
     /// \param codecName, formatName as ffmpeg calls them. \param bitrate kbit/s; 0: the codec chooses.
     FfmpegEncoder(const QString& codecName, const QString& formatName, int bitrate);
@@ -28,13 +31,18 @@ public:
     /// file's size from then on.
     void close() override;
     bool isOpen() const override;
+    bool isStuck() const override;
+    bool isBehind() const override;
+    QList<QByteArray> takeQueued() override;
+    void closeLater(std::function<void()> closed) override;
 
     /// The arguments that ffmpeg is started with.
     QStringList arguments(const QString& path, const PcmFormat& format) const;
 
 private:
     QString reasonOfEnd() const;
-    void finishProcess();
+    void noteEnd(bool inTime);
+    void syncFile();
 
     QString m_codecName;
     QString m_formatName;

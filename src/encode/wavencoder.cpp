@@ -65,6 +65,7 @@ bool WavEncoder::write(const QByteArray& pcmS16)
         const qint64 written = m_file.write(pcmS16.constData() + done, pcmS16.size() - done);
         if (written < 0) {
             m_errorString = m_file.errorString();
+            keepRefused(pcmS16, done);
             return false;
         }
         if (written == 0)
@@ -74,6 +75,15 @@ bool WavEncoder::write(const QByteArray& pcmS16)
         m_bytesWritten += written;
     }
     return true;
+}
+
+/// A frame that was cut in two goes whole into the next file.
+void WavEncoder::keepRefused(const QByteArray& pcmS16, qsizetype done)
+{
+    const qsizetype cut = done % m_format.frameBytes();
+    m_dataBytes -= quint64(cut);
+    m_bytesWritten -= cut;
+    m_refused = {pcmS16.mid(done - cut)};
 }
 
 void WavEncoder::close()

@@ -20,6 +20,8 @@ public:
     bool isOpen() const override { return m_file.isOpen(); }
 
 private:
+    void keepRefused(const QByteArray& pcmS16, qsizetype done);
+
     QFile m_file;
     PcmFormat m_format;
     quint64 m_dataBytes = 0;

@@ -15,11 +15,26 @@
 #include <QFile>
 #include <QFileInfo>
 
+#include <algorithm>
+#include <numeric>
+#include <utility>
+
 using namespace std::chrono_literals;
 
 namespace {
 
 constexpr auto TickInterval = 200ms;
+/// Files that are being finished at once. Where the disk hangs, more of them would only take memory.
+constexpr size_t ClosingAtMost = 3;
+/// How long what a file did not take waits for the next file.
+constexpr qint64 CarriedAtMostMs = 60'000;
+constexpr qint64 CarriedAtMostBytes = 128 * 1024 * 1024;
+
+qint64 bytesIn(const QList<QByteArray>& blocks)
+{
+    return std::accumulate(blocks.begin(), blocks.end(), qint64(0),
+                           [](qint64 sum, const QByteArray& block) { return sum + block.size(); });
+}
 
 /// A reason as the log shows it.
 QString translated(const QString& reason)
@@ -48,6 +63,11 @@ Recorder::Recorder(ArchiveIndex* archive, QObject* parent, Environment environme
 Recorder::~Recorder()
 {
     stop(Reason::text(Reason::Shutdown));
+    for (Closing& file : m_closing) {
+        const bool hadFailed = !file.encoder->errorString().isEmpty();
+        file.encoder->close();
+        reportClosed(*file.encoder, file.record, hadFailed);
+    }
 }
 
 qint64 Recorder::elapsedMs() const
@@ -87,13 +107,17 @@ bool Recorder::start(const QString& reason)
     }
     m_levels->configure(m_format);
     m_levels->setSilence(settings.silenceThresholdDb, settings.silenceSeconds);
-    const qint64 nowMs = m_environment.nowMs();
     m_elapsed.start();
+    m_hasHeard = false;
+    m_worthRetrying = true;
+    if (m_carriedFormat != m_format || m_carriedSince.hasExpired(CarriedAtMostMs))
+        m_carried.clear();
 
-    if (!openSegment(nowMs))
+    if (!openSegment(m_environment.nowMs() - durationMs(bytesIn(m_carried))))
         return false;
     if (!startCapture()) {
-        closeSegment();
+        m_worthRetrying = m_capture->isWorthRetrying();
+        discardSegment();
         releaseCapture();
         return false;
     }
@@ -106,6 +130,12 @@ bool Recorder::start(const QString& reason)
                                        : tr("Recording started (%1)").arg(translated(reason)));
     Q_EMIT started(reason);
     return true;
+}
+
+void Recorder::restartSource()
+{
+    if (m_recording && !startCapture())
+        fail({}, Reason::CaptureError); // unless the source's error has stopped us
 }
 
 bool Recorder::startCapture()
@@ -160,6 +190,7 @@ bool Recorder::openSegment(qint64 nowMs)
     const QDateTime end = Segment::end(start, settings.splitMinutes, settings.alignToClock);
     m_segmentEndMs = end.isValid() ? std::optional(end.toMSecsSinceEpoch()) : std::nullopt;
     // In memory only: the next save of the settings takes it to the store.
+    m_serialBefore = settings.fileSerial;
     settings.fileSerial = settings.fileSerial % 9999 + 1;
 
     Q_EMIT fileStarted(path);
@@ -190,17 +221,48 @@ void Recorder::closeSegment()
 {
     if (!m_encoder)
         return;
+    if (m_encoder->isBehind() && m_closing.size() < ClosingAtMost) {
+        closeLater();
+        return;
+    }
     const bool hadFailed = !m_encoder->errorString().isEmpty();
     m_encoder->close();
-    const QString failure = hadFailed ? QString() : m_encoder->errorString();
     RecordInfo record = m_current;
-    record.durationMs = m_format.sampleRate > 0 ? m_fileFrames * 1000 / m_format.sampleRate : 0;
-    record.bytes = QFileInfo(record.filePath).size();
-    record.inProgress = false;
-    m_encoder.reset();
+    record.durationMs = durationMs(m_fileFrames * m_format.frameBytes());
+    const auto encoder = std::exchange(m_encoder, nullptr);
     if (m_archive)
         m_archive->setOpenFile({});
+    reportClosed(*encoder, record, hadFailed);
+    m_current = {};
+}
 
+/// \return how long that many bytes of PCM sound.
+qint64 Recorder::durationMs(qint64 bytes) const
+{
+    return m_format.sampleRate > 0 ? bytes / m_format.frameBytes() * 1000 / m_format.sampleRate : 0;
+}
+
+/// Lets the encoder finish the file in its own time, while the next one is begun.
+void Recorder::closeLater()
+{
+    m_current.durationMs = durationMs(m_fileFrames * m_format.frameBytes());
+    m_closing.push_back({std::move(m_encoder), std::exchange(m_current, {})});
+    if (m_archive)
+        m_archive->setOpenFile({});
+    const auto file = std::prev(m_closing.end());
+    const bool hadFailed = !file->encoder->errorString().isEmpty();
+    file->encoder->closeLater([this, file, hadFailed] {
+        reportClosed(*file->encoder, file->record, hadFailed);
+        // It is the encoder that calls.
+        QTimer::singleShot(0, this, [this, file] { m_closing.erase(file); });
+    });
+}
+
+void Recorder::reportClosed(Encoder& encoder, RecordInfo record, bool hadFailed)
+{
+    const QString failure = hadFailed ? QString() : encoder.errorString();
+    record.bytes = QFileInfo(record.filePath).size();
+    record.inProgress = false;
     if (record.durationMs >= 1) {
         if (m_archive)
             m_archive->addRecord(record);
@@ -210,7 +272,66 @@ void Recorder::closeSegment()
     } else if (record.bytes == 0) {
         QFile::remove(record.filePath);
     }
+}
+
+/// After a start that came to nothing: no file with a header alone is left, and no gap in the numbers.
+void Recorder::discardSegment()
+{
+    if (!m_encoder)
+        return;
+    m_encoder->close();
+    m_encoder.reset();
+    if (m_archive)
+        m_archive->setOpenFile({});
+    QFile::remove(m_current.filePath);
+    AppSettings::instance().fileSerial = m_serialBefore;
     m_current = {};
+}
+
+/// A file that takes nothing any more is left to its encoder to finish, and what waits for it begins the next one.
+void Recorder::replaceStuckEncoder()
+{
+    if (!m_encoder || !m_encoder->isStuck() || m_closing.size() >= ClosingAtMost)
+        return;
+    const QString name = m_current.fileName;
+    takeQueued();
+    closeLater();
+    Q_EMIT errorOccurred(tr("%1 takes no more audio. The recording goes on in the next file.").arg(name));
+    if (!m_recording) // a slot has stopped us
+        return;
+    if (!openSegment(m_environment.nowMs() - durationMs(bytesIn(m_carried))))
+        stop(Reason::text(Reason::SplitFailed));
+    else if (!writeCarried())
+        fail(tr("Write failed: %1").arg(m_encoder->errorString()), Reason::WriteError);
+}
+
+/// What the file did not take does not count as being in it.
+void Recorder::takeQueued()
+{
+    const QList<QByteArray> queued = m_encoder->takeQueued();
+    m_fileFrames -= std::min(m_fileFrames, bytesIn(queued) / m_format.frameBytes());
+    m_carried = queued + m_carried;
+    m_carriedFormat = m_format;
+    m_carriedSince.start();
+    qint64 lost = 0;
+    for (qint64 left = bytesIn(m_carried); left > CarriedAtMostBytes; left = bytesIn(m_carried))
+        lost += m_carried.takeFirst().size();
+    if (lost > 0)
+        Q_EMIT errorOccurred(
+            tr("%n second(s) of audio are lost: no file took them.", nullptr, int(durationMs(lost) / 1000)));
+}
+
+bool Recorder::writeCarried()
+{
+    while (!m_carried.isEmpty()) {
+        const QByteArray block = m_carried.takeFirst();
+        m_fileFrames += block.size() / m_format.frameBytes();
+        if (!m_encoder->write(block)) {
+            takeQueued();
+            return false;
+        }
+    }
+    return true;
 }
 
 void Recorder::stop(const QString& reason)
@@ -219,8 +340,10 @@ void Recorder::stop(const QString& reason)
         return;
     m_tick.stop();
     releaseCapture();
-    closeSegment();
+    // A run that failed with nothing in its file was a failed start, which only showed late.
+    m_failed&& m_fileFrames == 0 ? discardSegment() : closeSegment();
     m_recording = false;
+    m_failed = false;
     Q_EMIT recordingChanged(false);
     Q_EMIT elapsedChanged(0);
     Q_EMIT levelChanged(LevelAnalyzer::FloorDb, LevelAnalyzer::FloorDb);
@@ -233,6 +356,7 @@ void Recorder::onData(const QByteArray& pcmS16)
 {
     if (!m_recording || pcmS16.isEmpty())
         return;
+    m_hasHeard = true;
     Q_EMIT audioReceived(pcmS16.size());
     m_levels->process(pcmS16);
     if (!m_recording) // a slot that heard of the block or of silence may have stopped us
@@ -246,21 +370,29 @@ void Recorder::onData(const QByteArray& pcmS16)
             return;
         }
     }
-    if (m_encoder && m_encoder->write(pcmS16)) {
-        m_fileFrames += pcmS16.size() / m_format.frameBytes();
+    m_carried.append(pcmS16);
+    if (m_encoder && writeCarried())
         return;
-    }
-    Q_EMIT errorOccurred(tr("Write failed: %1").arg(m_encoder ? m_encoder->errorString() : tr("no encoder")));
-    stop(Reason::text(Reason::WriteError));
+    fail(tr("Write failed: %1").arg(m_encoder ? m_encoder->errorString() : tr("no encoder")), Reason::WriteError);
 }
 
 void Recorder::onCaptureError(const QString& message)
 {
-    Q_EMIT errorOccurred(message);
-    stop(Reason::text(Reason::CaptureError));
+    m_worthRetrying = !m_capture || m_capture->isWorthRetrying();
+    fail(message, Reason::CaptureError);
+}
+
+/// Reports an error and ends the run because of it.
+void Recorder::fail(const QString& text, const char* reason)
+{
+    if (!text.isEmpty())
+        Q_EMIT errorOccurred(text);
+    m_failed = m_recording;
+    stop(Reason::text(reason));
 }
 
 void Recorder::onTick()
 {
     Q_EMIT elapsedChanged(elapsedMs());
+    replaceStuckEncoder();
 }

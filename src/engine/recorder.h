@@ -10,6 +10,7 @@
 #include <QTimer>
 
 #include <functional>
+#include <list>
 #include <memory>
 #include <optional>
 
@@ -49,6 +50,10 @@ public:
     QString sourceDescription() const;
     /// Name that a file starting then would get from the current settings, without folder and collision counter.
     QString previewFileName(const QDateTime& start) const;
+    /// Whether the source has delivered in this run, or, while stopped, in the last one.
+    bool hasHeard() const { return m_hasHeard; }
+    /// Whether the run ended by an error, or failed to start, that may mend itself.
+    bool isWorthRetrying() const { return m_worthRetrying; }
 
 Q_SIGNALS:
     void recordingChanged(bool recording);
@@ -83,10 +88,25 @@ public Q_SLOTS:
     void onData(const QByteArray& pcmS16);
     void onCaptureError(const QString& message);
     void onTick();
+    /// Replaces the source, which has fallen silent, by a new one. The file goes on. Without effect while stopped.
+    void restartSource();
 
 private:
+    /// A file that is still being finished, after the next one was begun.
+    struct Closing {
+        std::unique_ptr<Encoder> encoder;
+        RecordInfo record;
+    };
     bool openSegment(qint64 nowMs);
     void closeSegment();
+    void discardSegment();
+    void reportClosed(Encoder& encoder, RecordInfo record, bool hadFailed);
+    void closeLater();
+    void replaceStuckEncoder();
+    void takeQueued();
+    qint64 durationMs(qint64 bytes) const;
+    bool writeCarried();
+    void fail(const QString& text, const char* reason);
     bool startCapture();
     void releaseCapture();
     QString baseName(const QDateTime& start) const;
@@ -104,4 +124,13 @@ private:
     QElapsedTimer m_elapsed; ///< since the run started
     std::optional<qint64> m_segmentEndMs; ///< on the clock of the environment; none: no split
     qint64 m_fileFrames = 0; ///< written to the current file
+    bool m_hasHeard = false;
+    bool m_worthRetrying = false;
+    bool m_failed = false; ///< the run is being ended by an error
+    int m_serialBefore = 1; ///< the current file's
+    std::list<Closing> m_closing;
+    // What one file did not take goes into the next one, if that is begun soon.
+    QList<QByteArray> m_carried;
+    PcmFormat m_carriedFormat;
+    QElapsedTimer m_carriedSince;
 };

@@ -1,0 +1,77 @@
+#include "station/recordingretry.h"
+
+#include "engine/reasons.h"
+#include "engine/recorder.h"
+
+#include <array>
+#include <chrono>
+
+using namespace std::chrono_literals;
+
+namespace {
+
+constexpr auto Interval = 5s;
+
+bool isError(const QString& reason)
+{
+    static constexpr std::array Errors{Reason::CaptureError, Reason::WriteError, Reason::SplitFailed};
+    return std::any_of(Errors.begin(), Errors.end(),
+                       [&](const char* error) { return reason == QLatin1String(error); });
+}
+
+} // namespace
+
+RecordingRetry::RecordingRetry(Recorder* recorder, std::function<RecordingWish()> wish, QObject* parent)
+    : QObject(parent), m_recorder(recorder), m_wish(std::move(wish))
+{
+    m_timer.setInterval(Interval);
+    connect(&m_timer, &QTimer::timeout, this, &RecordingRetry::attempt);
+    connect(recorder, &Recorder::stopped, this, &RecordingRetry::onStopped);
+    connect(recorder, &Recorder::audioReceived, this, [this] { setTrying(false); });
+}
+
+void RecordingRetry::onStopped(const QString& reason)
+{
+    if (!isError(reason)) {
+        setTrying(false);
+        return;
+    }
+    if (!m_recorder->isWorthRetrying()) {
+        setTrying(false);
+        return;
+    }
+    if (!m_recorder->hasHeard())
+        return; // an attempt of ours that failed late, or a start that never worked
+    // Not at once again and again: a full disk refuses the first block of each attempt.
+    const bool soon = !m_endedAt.isValid() || m_endedAt.msecsTo(QDateTime::currentDateTimeUtc()) > 5000;
+    m_endedAt = QDateTime::currentDateTimeUtc();
+    setTrying(m_wish().wanted);
+    if (m_trying && soon)
+        QTimer::singleShot(0, this, &RecordingRetry::attempt); // those who hear of the end come first
+}
+
+void RecordingRetry::reconsider()
+{
+    if (m_trying && !m_wish().wanted)
+        setTrying(false);
+}
+
+void RecordingRetry::attempt()
+{
+    const RecordingWish wish = m_wish();
+    if (!m_trying || m_recorder->isRecording())
+        return;
+    if (!wish.wanted)
+        setTrying(false);
+    else if (!m_recorder->start(wish.by) && !m_recorder->isWorthRetrying())
+        setTrying(false);
+}
+
+void RecordingRetry::setTrying(bool trying)
+{
+    if (trying == m_trying)
+        return;
+    m_trying = trying;
+    trying ? m_timer.start() : m_timer.stop();
+    Q_EMIT changed();
+}

@@ -1,0 +1,42 @@
+#pragma once
+
+#include "station/stationstatus.h"
+
+#include <QDateTime>
+#include <QObject>
+#include <QTimer>
+
+#include <functional>
+
+class Recorder;
+
+/// Starts a recording again that an error has ended and that is still wanted: at once, and then every 5 seconds until it
+/// runs or nobody wants it any more. Only what had delivered audio: a start that never worked is for whoever asked for
+/// it to try again. In automatic mode the schedule starts it again; the first attempt, at once, is made here.
+class RecordingRetry : public QObject {
+    Q_OBJECT
+public:
+    /// \param wish what is wanted just now.
+    RecordingRetry(Recorder* recorder, std::function<RecordingWish()> wish, QObject* parent = nullptr);
+
+    /// Whether a recording ended by an error and has not begun again, although it is wanted.
+    bool isTrying() const { return m_trying; }
+    /// The operator has decided otherwise.
+    void cancel() { setTrying(false); }
+    /// To be called when the wish has changed.
+    void reconsider();
+
+Q_SIGNALS:
+    void changed();
+
+private:
+    void onStopped(const QString& reason);
+    void attempt();
+    void setTrying(bool trying);
+
+    Recorder* m_recorder;
+    std::function<RecordingWish()> m_wish;
+    QTimer m_timer;
+    QDateTime m_endedAt; ///< of the last run that an error ended
+    bool m_trying = false;
+};
