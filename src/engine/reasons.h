@@ -16,6 +16,13 @@ inline constexpr char WriteError[] = QT_TRANSLATE_NOOP("Recorder", "write error"
 inline constexpr char SplitFailed[] = QT_TRANSLATE_NOOP("Recorder", "split failed");
 inline constexpr char Shutdown[] = QT_TRANSLATE_NOOP("Recorder", "Shutdown");
 
+/// Whether the recording ended by itself, because something failed.
+inline bool isError(const QString& reason)
+{
+    return reason == QLatin1String(CaptureError) || reason == QLatin1String(WriteError) ||
+           reason == QLatin1String(SplitFailed);
+}
+
 inline QString text(const char* reason)
 {
     return QString::fromLatin1(reason);

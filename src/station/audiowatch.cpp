@@ -13,13 +13,16 @@ namespace {
 
 constexpr auto LookInterval = 1s;
 constexpr qint64 PatienceMs = 3000;
+constexpr qint64 RestartMs = 5000;
+
+bool isStream()
+{
+    return CaptureBackend(AppSettings::instance().backend) == CaptureBackend::Stream;
+}
 
 qint64 patienceMs()
 {
-    const AppSettings& settings = AppSettings::instance();
-    return CaptureBackend(settings.backend) == CaptureBackend::Stream
-               ? std::max(PatienceMs, 1000 * qint64(settings.streamStall))
-               : PatienceMs;
+    return isStream() ? std::max(PatienceMs, 1000 * qint64(AppSettings::instance().streamStall)) : PatienceMs;
 }
 
 } // namespace
@@ -60,8 +63,13 @@ void AudioWatch::onAudio()
 
 void AudioWatch::look()
 {
-    if (m_lost || m_lastAudio.elapsed() < patienceMs())
+    if (m_lastAudio.elapsed() < patienceMs())
         return;
-    m_lost = true;
-    Q_EMIT audioLost();
+    const bool isNew = !std::exchange(m_lost, true);
+    if (isNew)
+        Q_EMIT audioLost();
+    if (!m_lost || isStream() || (!isNew && !m_lastRestart.hasExpired(RestartMs)))
+        return;
+    m_lastRestart.start();
+    Q_EMIT restartWanted();
 }

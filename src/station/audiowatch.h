@@ -14,6 +14,8 @@ public:
 
     /// Seconds since the last block; negative before the first one of a run, and while stopped.
     double secondsSinceAudio() const;
+    /// Whether audioLost() was the last that was told of this run.
+    bool isLost() const { return m_lost; }
 
 Q_SIGNALS:
     /// The first block of a run has come.
@@ -22,6 +24,9 @@ Q_SIGNALS:
     void audioLost();
     /// Audio has come after audioLost(). \param ms time without audio.
     void audioReturned(qint64 ms);
+    /// Audio is lost, and a new source may have some: at once, and every 5 seconds. Never for a stream, which connects
+    /// anew by itself.
+    void restartWanted();
 
 private:
     void look();
@@ -32,4 +37,5 @@ private:
     QElapsedTimer m_lastAudio; ///< since the last block, or since the run started
     bool m_heard = false; ///< in this run
     bool m_lost = false;
+    QElapsedTimer m_lastRestart; ///< valid while m_lost
 };

@@ -46,16 +46,21 @@ void Journal::setRecordingsFolder(const QString& path)
 
 void Journal::write(const QString& event, const QString& text, const QJsonObject& fields)
 {
-    const auto append = [this](const JournalEntry& entry) {
-        return m_writer.post([file = m_file, entry, reply = m_writer.reply(), this] {
-            const bool ok = file->append(entry);
+    write(JournalEntry::now(event, text, fields));
+}
+
+void Journal::write(const JournalEntry& entry)
+{
+    const auto append = [this](const JournalEntry& line) {
+        return m_writer.post([file = m_file, line, reply = m_writer.reply(), this] {
+            const bool ok = file->append(line);
             reply([this, ok] { onWritten(ok); });
         });
     };
     if (m_lost > 0 &&
         append(JournalEntry::now(QStringLiteral("journal.lost"), {}, {{QStringLiteral("lines"), m_lost}})))
         m_lost = 0;
-    if (!append(JournalEntry::now(event, text, fields)))
+    if (!append(entry))
         ++m_lost;
 }
 

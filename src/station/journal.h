@@ -35,6 +35,8 @@ public:
 
     /// Adds a line. \param event stable name. \param text a sentence or empty. \param fields with units in their names.
     void write(const QString& event, const QString& text, const QJsonObject& fields = {});
+    /// Adds a line that was made before.
+    void write(const JournalEntry& entry);
     /// Asks for the newest log lines from before this moment; linesRead() follows.
     void readLinesBefore(qint64 utcMs, int atMost);
     /// Asks for the recordings that were closed lately and whose SHA-256 is missing, as after a power cut;

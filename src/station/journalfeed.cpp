@@ -17,6 +17,8 @@
 #include <QSysInfo>
 #include <QTimeZone>
 
+#include <utility>
+
 namespace {
 
 QString name(const char* latin1)
@@ -60,10 +62,10 @@ void JournalFeed::watch(Recorder* recorder)
 {
     m_recorder = recorder;
     connect(recorder, &Recorder::started, this, [this](const QString& reason) {
-        m_journal.write(name("recording.started"), {}, {{name("reason"), reason}});
+        writeRun(name("recording.started"), {{name("reason"), reason}});
     });
     connect(recorder, &Recorder::stopped, this, [this](const QString& reason) {
-        m_journal.write(name("recording.stopped"), {}, {{name("reason"), reason}});
+        writeRun(name("recording.stopped"), {{name("reason"), reason}});
     });
     connect(recorder, &Recorder::fileStarted, this, &JournalFeed::onFileStarted);
     connect(recorder, &Recorder::fileFinished, this, &JournalFeed::onFileFinished);
@@ -92,6 +94,28 @@ void JournalFeed::watch(SilenceAlert* alert)
         m_journal.write(sent ? name("alarm.sent") : name("alarm.failed"), answer,
                         {{name("alarm"), name("silence")}, {name("way"), name("mail")}});
     });
+}
+
+void JournalFeed::writeRun(const QString& event, const QJsonObject& fields)
+{
+    constexpr qsizetype HeldAtMost = 20; // more than one attempt has
+    if (!m_holding)
+        m_journal.write(event, {}, fields);
+    else if (m_held.size() < HeldAtMost)
+        m_held.append(JournalEntry::now(event, {}, fields));
+}
+
+void JournalFeed::keep()
+{
+    m_holding = false;
+    for (const JournalEntry& entry : std::exchange(m_held, {}))
+        m_journal.write(entry);
+}
+
+void JournalFeed::retried(int failures, const QDateTime& since)
+{
+    m_journal.write(name("recording.retried"), {},
+                    {{name("failures"), failures}, {name("sinceUtc"), since.toUTC().toString(Qt::ISODateWithMs)}});
 }
 
 void JournalFeed::programStarted()
@@ -176,11 +200,10 @@ void JournalFeed::settingsChanged()
 void JournalFeed::onFileStarted(const QString& path)
 {
     const AppSettings& settings = AppSettings::instance();
-    m_journal.write(name("file.opened"), {},
-                    {{name("file"), QFileInfo(path).fileName()},
-                     {name("codec"), codecExtension(settings.codec)},
-                     {name("sampleRateHz"), settings.sampleRate},
-                     {name("channels"), settings.channels}});
+    writeRun(name("file.opened"), {{name("file"), QFileInfo(path).fileName()},
+                                   {name("codec"), codecExtension(settings.codec)},
+                                   {name("sampleRateHz"), settings.sampleRate},
+                                   {name("channels"), settings.channels}});
 }
 
 void JournalFeed::onFileFinished(const RecordInfo& info)

@@ -2,8 +2,11 @@
 
 #include "station/stationstatus.h"
 
+#include "station/journalentry.h"
+#include <QDateTime>
 #include <QHash>
 #include <QJsonObject>
+#include <QList>
 #include <QObject>
 
 class FileHasher;
@@ -24,6 +27,14 @@ public:
     void watch(Housekeeper* housekeeper);
     void watch(SilenceAlert* alert);
 
+    /// From here on, what the recorder reports waits for keep() or forget(): it may be one of many attempts that fail.
+    void hold() { m_holding = true; }
+    void forget() { m_held.clear(); }
+    /// Writes what waited, with its own times, and then at once again.
+    void keep();
+    /// A recording works again, after that many failures since this moment.
+    void retried(int failures, const QDateTime& since);
+
     void programStarted();
     /// The run before this one crashed and left this report.
     void programCrashed(const QString& reportPath);
@@ -40,6 +51,7 @@ public:
     void settingsChanged();
 
 private:
+    void writeRun(const QString& event, const QJsonObject& fields);
     void onFileStarted(const QString& path);
     void onFileFinished(const RecordInfo& info);
     void onHashed(const QString& path, qint64 bytes, const QByteArray& sha256);
@@ -48,4 +60,6 @@ private:
     FileHasher* m_hasher;
     Recorder* m_recorder = nullptr;
     QJsonObject m_settings; ///< as last written
+    QList<JournalEntry> m_held;
+    bool m_holding = false;
 };

@@ -3,7 +3,6 @@
 #include "engine/reasons.h"
 #include "engine/recorder.h"
 
-#include <array>
 #include <chrono>
 
 using namespace std::chrono_literals;
@@ -11,13 +10,6 @@ using namespace std::chrono_literals;
 namespace {
 
 constexpr auto Interval = 5s;
-
-bool isError(const QString& reason)
-{
-    static constexpr std::array Errors{Reason::CaptureError, Reason::WriteError, Reason::SplitFailed};
-    return std::any_of(Errors.begin(), Errors.end(),
-                       [&](const char* error) { return reason == QLatin1String(error); });
-}
 
 } // namespace
 
@@ -32,11 +24,7 @@ RecordingRetry::RecordingRetry(Recorder* recorder, std::function<RecordingWish()
 
 void RecordingRetry::onStopped(const QString& reason)
 {
-    if (!isError(reason)) {
-        setTrying(false);
-        return;
-    }
-    if (!m_recorder->isWorthRetrying()) {
+    if (!Reason::isError(reason) || !m_recorder->isWorthRetrying()) {
         setTrying(false);
         return;
     }

@@ -10,9 +10,9 @@
 
 class Recorder;
 
-/// Starts a recording again that an error has ended and that is still wanted: at once, and then every 5 seconds until it
-/// runs or nobody wants it any more. Only what had delivered audio: a start that never worked is for whoever asked for
-/// it to try again. In automatic mode the schedule starts it again; the first attempt, at once, is made here.
+/// Starts a recording again that an error has ended and that is still wanted: at once, and then every 5 seconds until
+/// it runs or nobody wants it any more. Only what had delivered audio: a start that never worked is for whoever asked
+/// for it to try again. In automatic mode the schedule starts it again; the first attempt, at once, is made here.
 class RecordingRetry : public QObject {
     Q_OBJECT
 public:

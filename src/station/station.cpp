@@ -17,6 +17,7 @@
 #include "station/journal.h"
 #include "station/journalfeed.h"
 #include "station/playbackname.h"
+#include "station/recordingretry.h"
 #include "triggers/triggercontroller.h"
 
 #include <QCoreApplication>
@@ -90,6 +91,8 @@ void Station::createEngines(QObject* parent)
     m_silenceAlert = new SilenceAlert(this);
     m_feed = new JournalFeed(*m_journal, this);
     m_audioWatch = new AudioWatch(m_recorder, this);
+    m_retry = new RecordingRetry(
+        m_recorder, [this] { return currentWish(); }, this);
     m_clockWatch = new ClockWatch(this);
     m_diskSpace = new DiskSpace(this);
     m_playbackName = new PlaybackName(this);
@@ -122,6 +125,10 @@ void Station::connectEngines()
     });
     connect(m_recorder, &Recorder::started, this, &Station::onStarted);
     connect(m_recorder, &Recorder::stopped, this, &Station::onStopped);
+    connect(m_audioWatch, &AudioWatch::audioBegan, this, &Station::onAudioBegan);
+    connect(m_audioWatch, &AudioWatch::audioLost, this, &Station::onAudioLost);
+    connect(m_audioWatch, &AudioWatch::audioReturned, this, &Station::onAudioReturned);
+    connect(m_audioWatch, &AudioWatch::restartWanted, m_recorder, &Recorder::restartSource);
     connect(m_schedule, &ScheduleController::logMessage, this, logAs(lcScheduler()));
     connect(m_housekeeper, &Housekeeper::logMessage, this, logAs(lcHousekeeper()));
     connect(m_trigger, &TriggerController::logMessage, this, logAs(lcTrigger()));
@@ -215,12 +222,16 @@ void Station::checkForUpdatesAtStartup()
 
 void Station::startRecording()
 {
+    m_retry->cancel();
     m_recorder->start(Reason::text(Reason::Manual));
 }
 
 void Station::stopRecording()
 {
     m_manual = false;
+    if (m_retry->isTrying())
+        log(tr("No further attempts are made"));
+    m_retry->cancel();
     m_recorder->stop(Reason::text(Reason::Manual));
     updateWish();
 }
@@ -308,6 +319,11 @@ void Station::logError(const QString& text)
 
 void Station::addLine(const QLoggingCategory& category, const QString& text, bool isError)
 {
+    const bool ofAttempt = &category == &lcRecorder() || &category == &lcScheduler();
+    if (ofAttempt && !isError && m_attempts.isFailing()) {
+        m_attempts.hold({&category, text});
+        return;
+    }
     if (isError) {
         m_lastError = text;
         m_lastErrorAt = QDateTime::currentDateTime();
@@ -332,19 +348,32 @@ void Station::refresh()
         m_playbackName->ask(m_settings.playbackId);
 }
 
+RecordingWish Station::currentWish() const
+{
+    return RecordingWish::decide(m_settings.autoMode, m_settings.schedule.isActive(QDateTime::currentDateTime()),
+                                 m_trigger->isActive(), m_manual);
+}
+
 void Station::updateWish()
 {
     if (m_exiting)
         return;
-    const RecordingWish wish =
-        RecordingWish::decide(m_settings.autoMode, m_settings.schedule.isActive(QDateTime::currentDateTime()),
-                              m_trigger->isActive(), m_manual);
+    const RecordingWish wish = currentWish();
+    m_retry->reconsider();
+    if (!wish.wanted)
+        endAttempts(false);
     if (wish != std::exchange(m_wish, wish))
         m_feed->wishChanged(wish);
 }
 
+bool Station::isTryingAgain() const
+{
+    return m_retry->isTrying() || (m_attempts.isFailing() && m_wish.wanted);
+}
+
 void Station::onStarted(const QString& reason)
 {
+    m_recorderError.clear();
     if (reason == QLatin1String(Reason::Manual))
         m_manual = true;
     updateWish();
@@ -358,6 +387,12 @@ void Station::onStopped(const QString& reason)
             m_manual = false;
     }
     m_leftDb = m_rightDb = LevelAnalyzer::FloorDb;
+    if (!Reason::isError(reason))
+        endAttempts(true);
+    else if (m_attempts.isFailing()) // counted by its error already
+        forgetAttempt();
+    else if (m_wish.wanted)
+        addFailure(m_recorderError, true);
     updateWish();
 }
 
@@ -366,11 +401,77 @@ void Station::onRecorderError(const QString& text)
     // The automatic mode tries a folder that belongs to another channel every 5 seconds.
     const bool repeated =
         text == m_refusal && m_sinceRefusalLine.isValid() && !m_sinceRefusalLine.hasExpired(RefusalLineMs);
+    m_recorderError = text;
+    const bool startFailed = !m_recorder->isRecording() && m_wish.wanted;
+    if (m_attempts.isFailing() || startFailed) {
+        addFailure(text, false);
+        return;
+    }
     if (repeated)
         return;
     if (text == m_refusal)
         m_sinceRefusalLine.start();
     addLine(lcRecorder(), text, true);
+}
+
+/// Until an attempt works, its lines and events wait: they would be the same every 5 seconds.
+/// \param isShown whether the log has the line already.
+void Station::addFailure(const QString& text, bool isShown)
+{
+    const QString before = m_attempts.line();
+    if (!m_attempts.addFailure(text, QDateTime::currentDateTime()))
+        Q_EMIT errorAmended(before, m_attempts.line());
+    else if (!isShown)
+        addLine(lcRecorder(), text, true);
+    forgetAttempt();
+    m_feed->hold();
+}
+
+void Station::forgetAttempt()
+{
+    m_attempts.forgetHeld();
+    m_feed->forget();
+}
+
+void Station::endAttempts(bool worked)
+{
+    if (!m_attempts.isFailing())
+        return;
+    const int failures = m_attempts.failures();
+    const QDateTime since = m_attempts.since();
+    const QList<AttemptLog::Line> held = m_attempts.end();
+    if (!worked)
+        m_feed->forget();
+    m_feed->keep();
+    if (!worked)
+        return;
+    m_feed->retried(failures, since);
+    for (const AttemptLog::Line& line : held)
+        addLine(*line.category, line.text, false);
+}
+
+void Station::onAudioBegan()
+{
+    endAttempts(true);
+    const QString label = m_settings.deviceLabel;
+    const QString recorded = m_recorder->sourceDescription();
+    // A device that was chosen by its identifier has no label of its own.
+    const bool comparable = CaptureBackend(m_settings.backend) == CaptureBackend::InputDevice &&
+                            !m_settings.deviceId.isEmpty() && label != QString::fromUtf8(m_settings.deviceId);
+    if (comparable && !label.isEmpty() && recorded != label)
+        addLine(lcRecorder(),
+                tr("The chosen audio input %1 is not there. %2 is recorded instead.").arg(label, recorded), true);
+    refresh();
+}
+
+void Station::onAudioLost()
+{
+    addLine(lcRecorder(), tr("No audio arrives from %1.").arg(m_recorder->sourceDescription()), true);
+}
+
+void Station::onAudioReturned(qint64 ms)
+{
+    addLine(lcRecorder(), tr("Audio arrives again after %n second(s).", nullptr, int(ms / 1000)), false);
 }
 
 void Station::onSilenceDetected(int seconds)

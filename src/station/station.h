@@ -2,7 +2,9 @@
 
 #include "station/stationstatus.h"
 
+#include "station/attemptlog.h"
 #include <QDateTime>
+
 #include <QElapsedTimer>
 #include <QObject>
 #include <QTimer>
@@ -21,6 +23,7 @@ class JournalFeed;
 class PlaybackName;
 class QLoggingCategory;
 class Recorder;
+class RecordingRetry;
 class Schedule;
 class ScheduleController;
 class SilenceAlert;
@@ -50,6 +53,8 @@ public:
     PlaybackName* playbackName() const { return m_playbackName; }
     Journal* journal() const { return m_journal; }
     StationStatus status() const;
+    /// Whether a recording that an error ended is being started again.
+    bool isTryingAgain() const;
 
     /// Starts the automatic mode, the trigger and the look for updates, as the settings ask for them.
     void begin();
@@ -88,6 +93,8 @@ public Q_SLOTS:
 Q_SIGNALS:
     void lineLogged(const QString& text);
     void errorLogged(const QString& text);
+    /// An error line is brought up to date. \param before what it says so far.
+    void errorAmended(const QString& before, const QString& text);
     /// The automatic mode, the schedule or other settings have changed and are in use.
     void settingsApplied();
     void exitRequested();
@@ -101,12 +108,19 @@ private:
     void useFolder();
     void synchroniseAutomatic();
     void checkForUpdatesAtStartup();
+    RecordingWish currentWish() const;
     void updateWish();
     void onRecorderError(const QString& text);
     void onSilenceDetected(int seconds);
     void onOverload();
     void onStarted(const QString& reason);
     void onStopped(const QString& reason);
+    void onAudioBegan();
+    void onAudioLost();
+    void onAudioReturned(qint64 ms);
+    void addFailure(const QString& text, bool isShown);
+    void forgetAttempt();
+    void endAttempts(bool worked);
     void onUpdateAvailable(const UpdateInfo& info);
     void onUpdateCheckFailed(const QString& reason);
 
@@ -130,6 +144,9 @@ private:
     QTimer m_refresh;
     QTimer m_wishTimer;
     RecordingWish m_wish;
+    RecordingRetry* m_retry = nullptr;
+    AttemptLog m_attempts;
+    QString m_recorderError; ///< the last one of this run
     bool m_manual = false; ///< somebody pressed Record, and nobody has pressed Stop since
     bool m_exiting = false;
     double m_leftDb, m_rightDb; ///< the last reading

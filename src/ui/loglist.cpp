@@ -11,10 +11,16 @@ constexpr int EarlierLines = 200;
 /// The moment of a line, in ms since the epoch.
 constexpr int MomentRole = Qt::UserRole;
 
-QListWidgetItem* createItem(const QDateTime& moment, const QString& text, bool isError)
+/// A line of the list: it shows its first line only.
+QString lineOf(const QDateTime& moment, const QString& text)
 {
     QString line = moment.toString(QStringLiteral("[yyyy-MM-dd HH:mm:ss] ")) + text;
-    auto* item = new QListWidgetItem(line.replace(QLatin1Char('\n'), QLatin1Char(' '))); // it shows its first line only
+    return line.replace(QLatin1Char('\n'), QLatin1Char(' '));
+}
+
+QListWidgetItem* createItem(const QDateTime& moment, const QString& text, bool isError)
+{
+    auto* item = new QListWidgetItem(lineOf(moment, text));
     item->setData(MomentRole, moment.toMSecsSinceEpoch());
     if (isError)
         item->setForeground(QColor(180, 0, 0));
@@ -62,6 +68,25 @@ void LogList::add(const QString& text, bool isError)
     while (count() > MaxLines)
         delete takeItem(0);
     scrollToBottom();
+}
+
+void LogList::amend(const QString& before, const QString& text)
+{
+    const auto tryItem = [&](QListWidgetItem& item) {
+        const QDateTime moment = QDateTime::fromMSecsSinceEpoch(item.data(MomentRole).toLongLong());
+        const bool isIt = item.text() == lineOf(moment, before);
+        if (isIt)
+            item.setText(lineOf(moment, text));
+        return isIt;
+    };
+    for (const auto& hidden : m_hidden) {
+        if (tryItem(*hidden))
+            return;
+    }
+    for (int i = count() - 1; i >= 0; --i) {
+        if (tryItem(*item(i)))
+            return;
+    }
 }
 
 void LogList::prepend(const QList<JournalEntry>& lines)

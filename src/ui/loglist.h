@@ -22,6 +22,8 @@ public Q_SLOTS:
     /// Adds a line in red.
     void appendError(const QString& text);
 
+    /// Brings the last line that says this up to date; it keeps its time.
+    void amend(const QString& before, const QString& text);
     /// Adds earlier lines, oldest first, above all others; the lines in view stay where they are.
     void prepend(const QList<JournalEntry>& lines);
 
