@@ -25,20 +25,21 @@ struct AlarmRow {
     const char* switchKey;
     const char* delayKey;
     int defaultDelaySeconds;
+    bool isLogged; ///< false: what it is about writes lines of its own
 };
 
 inline constexpr std::array AlarmRows{
-    AlarmRow{AlarmKind::NoAudio, "noAudio", "alarms/noAudio", "alarms/noAudioAfter", 10},
-    AlarmRow{AlarmKind::Silence, "silence", "alarms/silence", "alarms/silenceAfter", 0},
-    AlarmRow{AlarmKind::ChannelDead, "channelDead", "alarms/channelDead", "alarms/channelDeadAfter", 60},
-    AlarmRow{AlarmKind::LevelStuck, "levelStuck", "alarms/levelStuck", "alarms/levelStuckAfter", 300},
-    AlarmRow{AlarmKind::NotRecording, "notRecording", "alarms/notRecording", "alarms/notRecordingAfter", 10},
-    AlarmRow{AlarmKind::CannotWrite, "cannotWrite", "alarms/cannotWrite", "alarms/cannotWriteAfter", 0},
-    AlarmRow{AlarmKind::DiskLow, "diskLow", "alarms/diskLow", "alarms/diskLowAfter", 0},
-    AlarmRow{AlarmKind::ClockWrong, "clockWrong", "alarms/clockWrong", "alarms/clockWrongAfter", 0},
-    AlarmRow{AlarmKind::CopyBehind, "copyBehind", "alarms/copyBehind", "alarms/copyBehindAfter", 3600},
-    AlarmRow{AlarmKind::TriggerLost, "triggerLost", "alarms/triggerLost", "alarms/triggerLostAfter", 10},
-    AlarmRow{AlarmKind::Restarted, "restarted", "alarms/restarted", "alarms/restartedAfter", 0},
+    AlarmRow{AlarmKind::NoAudio, "noAudio", "alarms/noAudio", "alarms/noAudioAfter", 10, false},
+    AlarmRow{AlarmKind::Silence, "silence", "alarms/silence", "alarms/silenceAfter", 0, false},
+    AlarmRow{AlarmKind::ChannelDead, "channelDead", "alarms/channelDead", "alarms/channelDeadAfter", 60, true},
+    AlarmRow{AlarmKind::LevelStuck, "levelStuck", "alarms/levelStuck", "alarms/levelStuckAfter", 300, true},
+    AlarmRow{AlarmKind::NotRecording, "notRecording", "alarms/notRecording", "alarms/notRecordingAfter", 10, false},
+    AlarmRow{AlarmKind::CannotWrite, "cannotWrite", "alarms/cannotWrite", "alarms/cannotWriteAfter", 0, false},
+    AlarmRow{AlarmKind::DiskLow, "diskLow", "alarms/diskLow", "alarms/diskLowAfter", 0, true},
+    AlarmRow{AlarmKind::ClockWrong, "clockWrong", "alarms/clockWrong", "alarms/clockWrongAfter", 0, true},
+    AlarmRow{AlarmKind::CopyBehind, "copyBehind", "alarms/copyBehind", "alarms/copyBehindAfter", 3600, false},
+    AlarmRow{AlarmKind::TriggerLost, "triggerLost", "alarms/triggerLost", "alarms/triggerLostAfter", 10, false},
+    AlarmRow{AlarmKind::Restarted, "restarted", "alarms/restarted", "alarms/restartedAfter", 0, false},
 };
 inline constexpr std::size_t AlarmCount = AlarmRows.size();
 

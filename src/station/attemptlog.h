@@ -7,8 +7,8 @@
 
 class QLoggingCategory;
 
-/// Keeps a row of failing attempts to record to one line of the log, which tells how many there were. The other lines of
-/// an attempt wait until it is known to work, and are forgotten when it fails.
+/// Keeps a row of failing attempts to record to one line of the log, which tells how many there were. The other lines
+/// of an attempt wait until it is known to work, and are forgotten when it fails.
 class AttemptLog {
     Q_DECLARE_TR_FUNCTIONS(AttemptLog)
 public:

@@ -7,6 +7,7 @@
 #include "settings/appsettings.h"
 #include "settings/channel.h"
 #include "settings/settingstext.h"
+#include "station/alarmboard.h"
 #include "station/filehasher.h"
 #include "station/journal.h"
 
@@ -93,6 +94,20 @@ void JournalFeed::watch(SilenceAlert* alert)
     connect(alert, &SilenceAlert::finished, this, [this](bool sent, const QString& answer) {
         m_journal.write(sent ? name("alarm.sent") : name("alarm.failed"), answer,
                         {{name("alarm"), name("silence")}, {name("way"), name("mail")}});
+    });
+}
+
+void JournalFeed::watch(AlarmBoard* alarms)
+{
+    const auto alarmName = [](const Alarm& alarm) { return QLatin1String(AlarmRows[size_t(alarm.kind)].name); };
+    connect(alarms, &AlarmBoard::raised, this, [this, alarmName](const Alarm& alarm) {
+        m_journal.write(
+            name("alarm.raised"), alarm.text,
+            {{name("alarm"), alarmName(alarm)}, {name("sinceUtc"), alarm.at.toUTC().toString(Qt::ISODateWithMs)}});
+    });
+    connect(alarms, &AlarmBoard::over, this, [this, alarmName](const Alarm& alarm) {
+        m_journal.write(name("alarm.over"), alarm.text,
+                        {{name("alarm"), alarmName(alarm)}, {name("lengthMs"), alarm.durationMs}});
     });
 }
 

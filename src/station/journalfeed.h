@@ -9,6 +9,7 @@
 #include <QList>
 #include <QObject>
 
+class AlarmBoard;
 class FileHasher;
 class Housekeeper;
 class Journal;
@@ -26,6 +27,7 @@ public:
     void watch(Recorder* recorder);
     void watch(Housekeeper* housekeeper);
     void watch(SilenceAlert* alert);
+    void watch(AlarmBoard* alarms);
 
     /// From here on, what the recorder reports waits for keep() or forget(): it may be one of many attempts that fail.
     void hold() { m_holding = true; }

@@ -10,6 +10,7 @@ using namespace std::chrono_literals;
 namespace {
 
 constexpr auto Interval = 5s;
+constexpr qint64 AgainAtOnceMs = 30'000;
 
 } // namespace
 
@@ -19,7 +20,6 @@ RecordingRetry::RecordingRetry(Recorder* recorder, std::function<RecordingWish()
     m_timer.setInterval(Interval);
     connect(&m_timer, &QTimer::timeout, this, &RecordingRetry::attempt);
     connect(recorder, &Recorder::stopped, this, &RecordingRetry::onStopped);
-    connect(recorder, &Recorder::audioReceived, this, [this] { setTrying(false); });
 }
 
 void RecordingRetry::onStopped(const QString& reason)
@@ -31,8 +31,8 @@ void RecordingRetry::onStopped(const QString& reason)
     if (!m_recorder->hasHeard())
         return; // an attempt of ours that failed late, or a start that never worked
     // Not at once again and again: a full disk refuses the first block of each attempt.
-    const bool soon = !m_endedAt.isValid() || m_endedAt.msecsTo(QDateTime::currentDateTimeUtc()) > 5000;
-    m_endedAt = QDateTime::currentDateTimeUtc();
+    const bool soon = !m_sinceEnd.isValid() || m_sinceEnd.hasExpired(AgainAtOnceMs);
+    m_sinceEnd.start();
     setTrying(m_wish().wanted);
     if (m_trying && soon)
         QTimer::singleShot(0, this, &RecordingRetry::attempt); // those who hear of the end come first

@@ -2,7 +2,7 @@
 
 #include "station/stationstatus.h"
 
-#include <QDateTime>
+#include <QElapsedTimer>
 #include <QObject>
 #include <QTimer>
 
@@ -21,7 +21,7 @@ public:
 
     /// Whether a recording ended by an error and has not begun again, although it is wanted.
     bool isTrying() const { return m_trying; }
-    /// The operator has decided otherwise.
+    /// It works again, or the operator has decided otherwise.
     void cancel() { setTrying(false); }
     /// To be called when the wish has changed.
     void reconsider();
@@ -37,6 +37,6 @@ private:
     Recorder* m_recorder;
     std::function<RecordingWish()> m_wish;
     QTimer m_timer;
-    QDateTime m_endedAt; ///< of the last run that an error ended
+    QElapsedTimer m_sinceEnd; ///< of the last run that an error ended; invalid: there was none
     bool m_trying = false;
 };

@@ -10,6 +10,7 @@
 #include "net/updatechecker.h"
 #include "settings/appsettings.h"
 #include "settings/channel.h"
+#include "station/alarmboard.h"
 #include "station/audiowatch.h"
 #include "station/clockwatch.h"
 #include "station/diskspace.h"
@@ -46,6 +47,9 @@ namespace {
 constexpr auto RefreshInterval = 30s;
 constexpr auto WishInterval = 5s;
 constexpr auto StartupCheckDelay = 8s;
+constexpr auto LookInterval = 1s;
+/// A full disk takes the first blocks of each attempt.
+constexpr auto ProvenAfter = 3s;
 constexpr qint64 OverloadLineMs = 60'000;
 constexpr qint64 RefusalLineMs = 600'000;
 
@@ -65,6 +69,10 @@ Station::Station(QObject* engineParent)
     connect(&m_wishTimer, &QTimer::timeout, this, &Station::updateWish);
     m_refresh.setTimerType(Qt::VeryCoarseTimer);
     connect(&m_refresh, &QTimer::timeout, this, &Station::refresh);
+    m_proving.setSingleShot(true);
+    m_proving.setInterval(ProvenAfter);
+    connect(&m_proving, &QTimer::timeout, this, &Station::onProven);
+    watchAlarms();
 }
 
 Station::~Station()
@@ -91,6 +99,7 @@ void Station::createEngines(QObject* parent)
     m_silenceAlert = new SilenceAlert(this);
     m_feed = new JournalFeed(*m_journal, this);
     m_audioWatch = new AudioWatch(m_recorder, this);
+    m_alarms = new AlarmBoard(this);
     m_retry = new RecordingRetry(
         m_recorder, [this] { return currentWish(); }, this);
     m_clockWatch = new ClockWatch(this);
@@ -109,7 +118,10 @@ void Station::connectEngines()
     connect(m_recorder, &Recorder::logMessage, this, logAs(lcRecorder()));
     connect(m_recorder, &Recorder::errorOccurred, this, &Station::onRecorderError);
     connect(m_recorder, &Recorder::silenceDetected, this, &Station::onSilenceDetected);
-    connect(m_recorder, &Recorder::audioRestored, this, [this] { addLine(lcRecorder(), tr("Audio restored"), false); });
+    connect(m_recorder, &Recorder::audioRestored, this, [this] {
+        m_silentSince = {};
+        addLine(lcRecorder(), tr("Audio restored"), false);
+    });
     connect(m_recorder, &Recorder::fileFinished, this, [this](const RecordInfo& info) {
         m_lastFile = info.fileName;
         addLine(lcRecorder(), tr("Saved %1 (%2)").arg(info.fileName, QLocale().formattedDataSize(info.bytes)), false);
@@ -118,6 +130,7 @@ void Station::connectEngines()
     connect(m_recorder, &Recorder::channelLevels, this, [this](double leftPeakDb, double rightPeakDb) {
         m_leftDb = leftPeakDb;
         m_rightDb = rightPeakDb;
+        m_levelWatch.add(leftPeakDb, rightPeakDb, m_settings.silenceThresholdDb);
     });
     connect(m_recorder, &Recorder::recordingChanged, this, [this](bool recording) {
         m_startedAt = recording ? QDateTime::currentDateTime() : QDateTime();
@@ -146,6 +159,35 @@ void Station::connectEngines()
     });
 }
 
+/// Looks at what is the case once a second: an alarm is about what lasts.
+void Station::watchAlarms()
+{
+    m_clock.start();
+    m_look.setInterval(LookInterval);
+    connect(&m_look, &QTimer::timeout, this, &Station::lookAround);
+    connect(m_recorder, &Recorder::recordingChanged, this, &Station::lookAround);
+    connect(m_retry, &RecordingRetry::changed, this, &Station::lookAround);
+    const auto logAlarm = [this](const Alarm& alarm) {
+        if (AlarmRows[size_t(alarm.kind)].isLogged)
+            addLine(lcAlert(), alarm.text, !alarm.isOver);
+    };
+    connect(m_alarms, &AlarmBoard::raised, this, logAlarm);
+    connect(m_alarms, &AlarmBoard::over, this, logAlarm);
+    m_feed->watch(m_alarms);
+}
+
+void Station::lookAround()
+{
+    if (m_exiting)
+        return;
+    if (m_recorder->isRecording())
+        m_levels = m_levelWatch.look();
+    const StationStatus now = state();
+    m_alarms->look(now.alarmConditions(), m_clock.elapsed(), QDateTime::currentDateTime());
+    if (now.wordText() != std::exchange(m_shownState, now.wordText()))
+        Q_EMIT stateChanged();
+}
+
 void Station::connectJournal()
 {
     m_feed->watch(m_recorder);
@@ -164,6 +206,7 @@ void Station::begin()
     useFolder();
     m_refresh.start(RefreshInterval);
     m_wishTimer.start(WishInterval);
+    m_look.start();
     synchroniseAutomatic();
     log(tr("Tidewell started"));
     // With the event loop, so that whoever shows the station is there.
@@ -177,6 +220,7 @@ void Station::begin()
 void Station::reportCrash(const QString& reportPath)
 {
     m_feed->programCrashed(reportPath);
+    m_alarms->tell(AlarmKind::Restarted, QDateTime::currentDateTime());
     logError(tr("Tidewell has crashed and was started again. This file may tell why: %1")
                  .arg(QDir::toNativeSeparators(reportPath)));
 }
@@ -366,9 +410,19 @@ void Station::updateWish()
         m_feed->wishChanged(wish);
 }
 
-bool Station::isTryingAgain() const
+/// Room that the retention would make in time does not count: it comes when it comes.
+bool Station::isDiskLow() const
 {
-    return m_retry->isTrying() || (m_attempts.isFailing() && m_wish.wanted);
+    const qint64 bytesPerHour = 3600 * estimatedBytesPerSecond(m_settings);
+    return m_diskSpace->freeBytes() >= 0 && m_diskSpace->freeBytes() < m_settings.diskLowHours * bytesPerHour;
+}
+
+/// An attempt has worked.
+void Station::onProven()
+{
+    m_retry->cancel();
+    m_cannotWrite = false;
+    endAttempts(true);
 }
 
 void Station::onStarted(const QString& reason)
@@ -387,6 +441,12 @@ void Station::onStopped(const QString& reason)
             m_manual = false;
     }
     m_leftDb = m_rightDb = LevelAnalyzer::FloorDb;
+    m_levelWatch.reset();
+    m_levels = {};
+    m_silentSince = {};
+    m_proving.stop();
+    m_cannotWrite = reason == QLatin1String(Reason::WriteError) || reason == QLatin1String(Reason::SplitFailed) ||
+                    (m_cannotWrite && Reason::isError(reason));
     if (!Reason::isError(reason))
         endAttempts(true);
     else if (m_attempts.isFailing()) // counted by its error already
@@ -452,7 +512,7 @@ void Station::endAttempts(bool worked)
 
 void Station::onAudioBegan()
 {
-    endAttempts(true);
+    m_proving.start();
     const QString label = m_settings.deviceLabel;
     const QString recorded = m_recorder->sourceDescription();
     // A device that was chosen by its identifier has no label of its own.
@@ -476,6 +536,7 @@ void Station::onAudioReturned(qint64 ms)
 
 void Station::onSilenceDetected(int seconds)
 {
+    m_silentSince = QDateTime::currentDateTime().addSecs(-seconds);
     addLine(lcRecorder(), tr("Silence detected (longer than %n second(s))", nullptr, seconds), true);
     m_silenceAlert->send({seconds, m_recorder->sourceDescription(), m_recorder->currentFilePath()});
 }
@@ -502,15 +563,27 @@ void Station::onUpdateCheckFailed(const QString& reason)
     addLine(lcUpdate(), tr("Update check failed: %1").arg(reason), false);
 }
 
-StationStatus Station::status() const
+StationStatus Station::state() const
 {
-    const QDateTime now = QDateTime::currentDateTime();
     StationStatus status;
-    status.version = QCoreApplication::applicationVersion();
-    status.channel = Channel::name();
     status.recording = m_recorder->isRecording();
     status.recordingSince = m_startedAt;
     status.wish = m_wish;
+    status.tryingAgain = m_wish.wanted && (m_retry->isTrying() || m_attempts.isFailing());
+    status.noAudio = m_audioWatch->isLost();
+    status.silentSince = m_silentSince;
+    status.channelDead = m_levels.channelDead && m_settings.channels == 2;
+    status.levelStuck = m_levels.levelStuck;
+    status.cannotWrite = m_cannotWrite;
+    status.diskLow = isDiskLow();
+    return status;
+}
+
+StationStatus Station::status() const
+{
+    StationStatus status = state();
+    status.version = QCoreApplication::applicationVersion();
+    status.channel = Channel::name();
     status.file = m_recorder->currentFilePath();
     status.leftDb = m_leftDb;
     status.rightDb = m_rightDb;
@@ -518,7 +591,7 @@ StationStatus Station::status() const
     status.secondsSinceAudio = m_audioWatch->secondsSinceAudio();
     status.trigger = QLatin1String(!m_trigger->hasSource() ? "none" : m_trigger->isActive() ? "on" : "off");
     status.automatic = m_settings.autoMode;
-    status.blockEnd = m_settings.autoMode ? m_settings.schedule.blockEnd(now) : QDateTime();
+    status.blockEnd = m_settings.autoMode ? m_settings.schedule.blockEnd(QDateTime::currentDateTime()) : QDateTime();
     status.freeBytes = m_diskSpace->freeBytes();
     status.lastError = m_lastError;
     status.lastErrorAt = m_lastErrorAt;

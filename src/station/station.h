@@ -3,6 +3,7 @@
 #include "station/stationstatus.h"
 
 #include "station/attemptlog.h"
+#include "station/levelwatch.h"
 #include <QDateTime>
 
 #include <QElapsedTimer>
@@ -11,6 +12,7 @@
 
 #include <memory>
 
+class AlarmBoard;
 class AppSettings;
 class ArchiveIndex;
 class AudioWatch;
@@ -53,8 +55,8 @@ public:
     PlaybackName* playbackName() const { return m_playbackName; }
     Journal* journal() const { return m_journal; }
     StationStatus status() const;
-    /// Whether a recording that an error ended is being started again.
-    bool isTryingAgain() const;
+    /// The part of it that decides StationStatus::word(), and costs next to nothing.
+    StationStatus state() const;
 
     /// Starts the automatic mode, the trigger and the look for updates, as the settings ask for them.
     void begin();
@@ -95,6 +97,8 @@ Q_SIGNALS:
     void errorLogged(const QString& text);
     /// An error line is brought up to date. \param before what it says so far.
     void errorAmended(const QString& before, const QString& text);
+    /// StationStatus::word() or its text may have changed.
+    void stateChanged();
     /// The automatic mode, the schedule or other settings have changed and are in use.
     void settingsApplied();
     void exitRequested();
@@ -115,6 +119,10 @@ private:
     void onOverload();
     void onStarted(const QString& reason);
     void onStopped(const QString& reason);
+    void watchAlarms();
+    void lookAround();
+    bool isDiskLow() const;
+    void onProven();
     void onAudioBegan();
     void onAudioLost();
     void onAudioReturned(qint64 ms);
@@ -141,6 +149,15 @@ private:
     DiskSpace* m_diskSpace = nullptr;
     PlaybackName* m_playbackName = nullptr;
     std::unique_ptr<FolderLock> m_folderLock;
+    AlarmBoard* m_alarms = nullptr;
+    LevelWatch m_levelWatch;
+    LevelWatch::Verdict m_levels;
+    QElapsedTimer m_clock; ///< of the alarms
+    QTimer m_look;
+    QTimer m_proving; ///< runs until a run has had audio for long enough
+    QString m_shownState; ///< as stateChanged() last told
+    QDateTime m_silentSince; ///< invalid: it is not silent
+    bool m_cannotWrite = false;
     QTimer m_refresh;
     QTimer m_wishTimer;
     RecordingWish m_wish;

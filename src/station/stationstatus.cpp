@@ -34,6 +34,59 @@ RecordingWish RecordingWish::decide(bool automatic, bool inSchedule, bool trigge
     return {};
 }
 
+StationStatus::Word StationStatus::word() const
+{
+    if (tryingAgain)
+        return Word::TryingAgain;
+    if (!recording)
+        return wish.wanted ? Word::NotRecording : Word::Idle;
+    if (noAudio)
+        return Word::NoAudio;
+    if (silentSince.isValid())
+        return Word::Silence;
+    return diskLow ? Word::Disk : Word::Recording;
+}
+
+QString StationStatus::wordText() const
+{
+    switch (word()) {
+    case Word::Idle:
+        break;
+    case Word::Recording:
+        return tr("RECORDING");
+    case Word::Disk:
+        return tr("DISK");
+    case Word::Silence:
+        return tr("SILENCE since %1").arg(silentSince.toString(QStringLiteral("HH:mm")));
+    case Word::NoAudio:
+        return tr("NO AUDIO");
+    case Word::NotRecording:
+        return tr("NOT RECORDING");
+    case Word::TryingAgain:
+        return tr("TRYING AGAIN");
+    }
+    return {};
+}
+
+bool StationStatus::isAlarming() const
+{
+    return word() != Word::Idle && word() != Word::Recording;
+}
+
+AlarmBoard::Conditions StationStatus::alarmConditions() const
+{
+    AlarmBoard::Conditions conditions{};
+    const auto set = [&conditions](AlarmKind kind, bool holds) { conditions[size_t(kind)] = holds; };
+    set(AlarmKind::NoAudio, noAudio);
+    set(AlarmKind::Silence, silentSince.isValid());
+    set(AlarmKind::ChannelDead, channelDead);
+    set(AlarmKind::LevelStuck, levelStuck);
+    set(AlarmKind::NotRecording, wish.wanted && (!recording || tryingAgain));
+    set(AlarmKind::CannotWrite, cannotWrite);
+    set(AlarmKind::DiskLow, diskLow);
+    return conditions;
+}
+
 QJsonObject StationStatus::toJson() const
 {
     return {{QStringLiteral("version"), version},
@@ -51,6 +104,12 @@ QJsonObject StationStatus::toJson() const
             {QStringLiteral("automatic"), automatic},
             {QStringLiteral("blockEnd"), time(blockEnd)},
             {QStringLiteral("freeBytes"), number(double(freeBytes))},
+            {QStringLiteral("state"), text(wordText())},
+            {QStringLiteral("alarming"), isAlarming()},
+            {QStringLiteral("tryingAgain"), tryingAgain},
+            {QStringLiteral("noAudio"), noAudio},
+            {QStringLiteral("silentSince"), time(silentSince)},
+            {QStringLiteral("diskLow"), diskLow},
             {QStringLiteral("lastError"), text(lastError)},
             {QStringLiteral("lastErrorAt"), time(lastErrorAt)},
             {QStringLiteral("lastFile"), text(lastFile)}};

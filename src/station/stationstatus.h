@@ -1,5 +1,8 @@
 #pragma once
 
+#include "station/alarmboard.h"
+
+#include <QCoreApplication>
 #include <QDateTime>
 #include <QJsonObject>
 #include <QString>
@@ -18,6 +21,8 @@ struct RecordingWish {
 
 /// What a station does, as a plain value: for the window, the command line and whoever watches from outside.
 struct StationStatus {
+    Q_DECLARE_TR_FUNCTIONS(StationStatus)
+public:
     QString version;
     QString channel; ///< empty for the first one
     bool recording = false;
@@ -32,9 +37,25 @@ struct StationStatus {
     bool automatic = false;
     QDateTime blockEnd; ///< end of the scheduled block; invalid outside of one
     qint64 freeBytes = -1; ///< of the recordings folder; negative: unknown
+    bool tryingAgain = false; ///< an error ended a recording, and it is started again until it runs
+    bool noAudio = false; ///< it records, but nothing comes from the source
+    QDateTime silentSince; ///< invalid: it is not silent
+    bool channelDead = false; ///< just now
+    bool levelStuck = false; ///< just now
+    bool cannotWrite = false; ///< the last attempt to write failed
+    bool diskLow = false; ///< the free space lasts for less than the settings ask for
     QString lastError;
     QDateTime lastErrorAt; ///< invalid: no error since the start
     QString lastFile; ///< name of the last file closed
+
+    /// The one thing that matters most just now.
+    enum class Word { Idle, Recording, Disk, Silence, NoAudio, NotRecording, TryingAgain };
+    Word word() const;
+    /// That in capitals, to be read from the door; empty while nothing is wanted and nothing recorded.
+    QString wordText() const;
+    /// Whether somebody should come.
+    bool isAlarming() const;
+    AlarmBoard::Conditions alarmConditions() const;
 
     /// Every member by its name, times as ISO 8601 with offset, the unknown as null.
     QJsonObject toJson() const;
