@@ -28,7 +28,8 @@ void AlarmBoard::look(const Conditions& conditions, qint64 monotonicMs, const QD
             state.sinceMs = monotonicMs;
             state.since = now;
         }
-        if (holds && !state.raised && monotonicMs - *state.sinceMs >= 1000 * qint64(settings.alarms[index].delaySeconds)) {
+        if (holds && !state.raised &&
+            monotonicMs - *state.sinceMs >= 1000 * qint64(settings.alarms[index].delaySeconds)) {
             state.raised = true;
             Q_EMIT raised({row.kind, false, sentence(row.kind), state.since, 0});
         }

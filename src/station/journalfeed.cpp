@@ -8,6 +8,7 @@
 #include "settings/channel.h"
 #include "settings/settingstext.h"
 #include "station/alarmboard.h"
+#include "station/alarmoutbox.h"
 #include "station/filehasher.h"
 #include "station/journal.h"
 
@@ -109,6 +110,15 @@ void JournalFeed::watch(AlarmBoard* alarms)
         m_journal.write(name("alarm.over"), alarm.text,
                         {{name("alarm"), alarmName(alarm)}, {name("lengthMs"), alarm.durationMs}});
     });
+}
+
+void JournalFeed::watch(AlarmOutbox* outbox)
+{
+    connect(outbox, &AlarmOutbox::finished, this,
+            [this](bool sent, const QString& way, int alarms, const QString& answer) {
+                m_journal.write(sent ? name("alarm.sent") : name("alarm.failed"), answer,
+                                {{name("way"), way}, {name("alarms"), alarms}});
+            });
 }
 
 void JournalFeed::writeRun(const QString& event, const QJsonObject& fields)

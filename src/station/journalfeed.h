@@ -10,6 +10,7 @@
 #include <QObject>
 
 class AlarmBoard;
+class AlarmOutbox;
 class FileHasher;
 class Housekeeper;
 class Journal;
@@ -28,6 +29,7 @@ public:
     void watch(Housekeeper* housekeeper);
     void watch(SilenceAlert* alert);
     void watch(AlarmBoard* alarms);
+    void watch(AlarmOutbox* outbox);
 
     /// From here on, what the recorder reports waits for keep() or forget(): it may be one of many attempts that fail.
     void hold() { m_holding = true; }

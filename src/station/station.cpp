@@ -11,10 +11,12 @@
 #include "settings/appsettings.h"
 #include "settings/channel.h"
 #include "station/alarmboard.h"
+#include "station/alarmoutbox.h"
 #include "station/audiowatch.h"
 #include "station/clockwatch.h"
 #include "station/diskspace.h"
 #include "station/folderlock.h"
+#include "station/heartbeat.h"
 #include "station/journal.h"
 #include "station/journalfeed.h"
 #include "station/playbackname.h"
@@ -100,6 +102,10 @@ void Station::createEngines(QObject* parent)
     m_feed = new JournalFeed(*m_journal, this);
     m_audioWatch = new AudioWatch(m_recorder, this);
     m_alarms = new AlarmBoard(this);
+    m_outbox = new AlarmOutbox(
+        Channel::dataFolder() + QStringLiteral("/alarms.json"), [this] { return status().toJson(); }, this);
+    m_heartbeat =
+        new Heartbeat([this] { return m_audioWatch->secondsSinceAudio() >= 0.0 && !m_audioWatch->isLost(); }, this);
     m_retry = new RecordingRetry(
         m_recorder, [this] { return currentWish(); }, this);
     m_clockWatch = new ClockWatch(this);
@@ -173,7 +179,17 @@ void Station::watchAlarms()
     };
     connect(m_alarms, &AlarmBoard::raised, this, logAlarm);
     connect(m_alarms, &AlarmBoard::over, this, logAlarm);
+    connect(m_alarms, &AlarmBoard::raised, m_outbox, &AlarmOutbox::add);
+    connect(m_alarms, &AlarmBoard::over, m_outbox, &AlarmOutbox::add);
     m_feed->watch(m_alarms);
+    m_feed->watch(m_outbox);
+    const auto connectLines = [this](auto* sender) {
+        using Sender = std::remove_pointer_t<decltype(sender)>;
+        connect(sender, &Sender::logMessage, this, [this](const QString& text) { addLine(lcAlert(), text, false); });
+        connect(sender, &Sender::failed, this, [this](const QString& text) { addLine(lcAlert(), text, true); });
+    };
+    connectLines(m_outbox);
+    connectLines(m_heartbeat);
 }
 
 void Station::lookAround()
@@ -207,6 +223,8 @@ void Station::begin()
     m_refresh.start(RefreshInterval);
     m_wishTimer.start(WishInterval);
     m_look.start();
+    m_outbox->send();
+    m_heartbeat->beat();
     synchroniseAutomatic();
     log(tr("Tidewell started"));
     // With the event loop, so that whoever shows the station is there.
@@ -323,6 +341,8 @@ void Station::applySettings(bool wasRecording)
         m_recorder->start(Reason::text(Reason::SettingsChanged));
     }
     m_trigger->reload();
+    m_outbox->send();
+    m_heartbeat->beat();
     synchroniseAutomatic();
     log(tr("Settings saved"));
     updateWish();

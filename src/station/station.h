@@ -13,12 +13,14 @@
 #include <memory>
 
 class AlarmBoard;
+class AlarmOutbox;
 class AppSettings;
 class ArchiveIndex;
 class AudioWatch;
 class ClockWatch;
 class DiskSpace;
 class FolderLock;
+class Heartbeat;
 class Housekeeper;
 class Journal;
 class JournalFeed;
@@ -150,6 +152,8 @@ private:
     PlaybackName* m_playbackName = nullptr;
     std::unique_ptr<FolderLock> m_folderLock;
     AlarmBoard* m_alarms = nullptr;
+    AlarmOutbox* m_outbox = nullptr;
+    Heartbeat* m_heartbeat = nullptr;
     LevelWatch m_levelWatch;
     LevelWatch::Verdict m_levels;
     QElapsedTimer m_clock; ///< of the alarms

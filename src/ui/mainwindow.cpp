@@ -16,6 +16,7 @@
 #include "ui/loglist.h"
 #include "ui/schedulerdialog.h"
 #include "ui/settingsdialog.h"
+#include "ui/stateview.h"
 #include "ui/statusbar.h"
 #include "ui/statustexts.h"
 #include "ui/theme.h"
@@ -37,8 +38,6 @@ using namespace std::chrono_literals;
 namespace {
 
 constexpr auto StatusInterval = 30s;
-constexpr int BalloonMs = 4000;
-constexpr int SilenceBalloonMs = 10'000;
 
 /// Modal to the window alone: a dialog that is modal to everything takes the clicks on the tray icon too.
 int run(QDialog& dialog)
@@ -68,6 +67,7 @@ MainWindow::MainWindow(QWidget* parent)
     buildMenus();
     setStatusBar(m_status);
     connectStation();
+    new StateView(m_station, this, m_panel, m_status, m_tray);
     m_statusTimer.start(StatusInterval);
     m_station->begin();
     restoreGeometry(m_settings.geometry);
@@ -134,6 +134,7 @@ void MainWindow::connectStation()
 
     connect(m_station, &Station::lineLogged, this, &MainWindow::appendLog);
     connect(m_station, &Station::errorLogged, this, &MainWindow::appendError);
+    connect(m_station, &Station::errorAmended, m_log, &LogList::amend);
     connect(m_station, &Station::settingsApplied, this, &MainWindow::showSettings);
     connect(m_station, &Station::exitRequested, this, &MainWindow::leave);
     connect(m_station->diskSpace(), &DiskSpace::changed, this, &MainWindow::refreshStatus);
@@ -224,7 +225,7 @@ void MainWindow::onChannelLevels(double leftPeakDb, double rightPeakDb)
 
 void MainWindow::onSilenceDetected(int)
 {
-    m_tray->showWarning(tr("Silence detected on the recorded source."), SilenceBalloonMs);
+    m_tray->warnOfSilence();
 }
 
 void MainWindow::onOverload()
@@ -332,9 +333,7 @@ CloseDialog::Choice MainWindow::askHowToClose()
 void MainWindow::minimiseToTray()
 {
     hide();
-    m_tray->showInformation(m_recorder->isRecording() ? tr("Still recording. Double-click to reopen.")
-                                                      : tr("Still running. Double-click to reopen."),
-                            BalloonMs);
+    m_tray->tellWhereItIs(m_recorder->isRecording());
 }
 
 void MainWindow::exit()

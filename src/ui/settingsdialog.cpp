@@ -1,6 +1,7 @@
 #include "ui/settingsdialog.h"
 
 #include "settings/appsettings.h"
+#include "ui/alarmstab.h"
 #include "ui/alertstab.h"
 #include "ui/generaltab.h"
 #include "ui/outputtab.h"
@@ -26,6 +27,7 @@ SettingsDialog::SettingsDialog(AppSettings& settings, QWidget* parent) : QDialog
     tabs->addTab(new TriggersTab(settings, m_binding), tr("&Triggers"));
     tabs->addTab(new AlertsTab(settings, m_binding), tr("&Alerts"));
     tabs->addTab(new GeneralTab(settings, m_binding), tr("&General"));
+    tabs->addTab(new AlarmsTab(settings, m_binding), tr("A&larms"));
 
     auto* buttons = new QDialogButtonBox(QDialogButtonBox::Ok | QDialogButtonBox::Cancel);
     connect(buttons, &QDialogButtonBox::accepted, this, &SettingsDialog::accept);

@@ -2,9 +2,12 @@
 
 #include "ui/versionlabel.h"
 
-StatusBar::StatusBar(QWidget* parent) : QStatusBar(parent), m_trigger(new QLabel)
+StatusBar::StatusBar(QWidget* parent)
+    : QStatusBar(parent), m_trying(new QLabel(tr("Trying again"))), m_trigger(new QLabel)
 {
     showMessage(tr("Ready"));
+    m_trying->hide();
+    addPermanentWidget(m_trying);
     addPermanentWidget(m_trigger);
     auto* version = new VersionLabel;
     connect(version, &VersionLabel::linkActivated, this, &StatusBar::updateCheckRequested);
@@ -14,4 +17,9 @@ StatusBar::StatusBar(QWidget* parent) : QStatusBar(parent), m_trigger(new QLabel
 void StatusBar::showTrigger(bool configured, bool active)
 {
     m_trigger->setText(!configured ? tr("Trigger: none") : active ? tr("Trigger: ON") : tr("Trigger: off"));
+}
+
+void StatusBar::showTrying(bool trying)
+{
+    m_trying->setVisible(trying);
 }

@@ -11,11 +11,13 @@ class StatusBar : public QStatusBar {
 public:
     explicit StatusBar(QWidget* parent = nullptr);
 
+    void showTrying(bool trying);
     void showTrigger(bool configured, bool active);
 
 Q_SIGNALS:
     void updateCheckRequested();
 
 private:
+    QLabel* m_trying; ///< shown while a recording is being started again
     QLabel* m_trigger;
 };

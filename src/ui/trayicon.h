@@ -22,9 +22,12 @@ public:
     bool isShown() const { return m_icon != nullptr; }
 
     void setRecording(bool recording);
+    /// Shows this instead of what it usually says, and a red icon; an empty text ends that.
+    void setAlarm(const QString& text);
     // While no icon is shown, these do nothing.
-    void showInformation(const QString& text, int milliseconds);
-    void showWarning(const QString& text, int milliseconds);
+    void warnOfSilence();
+    /// The window was hidden, and the program goes on.
+    void tellWhereItIs(bool recording);
     void hide();
 
 Q_SIGNALS:
@@ -34,8 +37,10 @@ Q_SIGNALS:
 
 private:
     void create();
+    void showState();
 
     std::unique_ptr<QMenu> m_menu;
     std::unique_ptr<QSystemTrayIcon> m_icon; ///< null: not shown yet
+    QString m_alarm;
     std::optional<bool> m_recording; ///< what the icon shows; nothing: it was not told yet
 };

@@ -12,6 +12,7 @@ namespace VfdLook {
 inline constexpr QColor Background(0x06, 0x08, 0x09);
 inline constexpr QColor Frame(0x26, 0x2e, 0x30);
 inline constexpr QColor Red(0xff, 0x48, 0x38);
+inline constexpr QColor AlarmRed(0xd0, 0x14, 0x14); ///< behind white letters
 inline constexpr QColor Cyan(0x56, 0xf0, 0xe2);
 inline constexpr QColor Amber(0xff, 0xb6, 0x42);
 inline constexpr QColor Bright(0xe2, 0xf6, 0xf4);

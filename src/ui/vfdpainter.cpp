@@ -2,7 +2,10 @@
 
 #include "ui/vfdlook.h"
 
+#include <QFontMetricsF>
 #include <QPainter>
+
+#include <cmath>
 
 using namespace VfdLook;
 
@@ -92,7 +95,7 @@ void VfdPainter::drawMeter(QPainter& painter, const VfdGeometry::MeterLights& li
     m_meter.draw(painter, lights, dirty);
 }
 
-void VfdPainter::drawStatus(QPainter& painter, const VfdLamps::States& lamps, const QString& codec,
+void VfdPainter::drawStatus(QPainter& painter, const VfdLamps::States& lamps, const VfdWord& word, const QString& codec,
                             const QString& source) const
 {
     const RegionPainter region(painter, m_layout.status);
@@ -102,11 +105,32 @@ void VfdPainter::drawStatus(QPainter& painter, const VfdLamps::States& lamps, co
         if (lamps[size_t(i)])
             rest.setLeft(m_lamps.rect(VfdLamps::Lamp(i), lamps).right() + TextSpacing);
     }
+    if (!word.text.isEmpty())
+        rest.setLeft(rest.left() + drawWord(painter, rest, word) + TextSpacing);
     painter.setFont(m_surface.font(TextSize));
     const QString codecText = codec.isEmpty() ? tr("NO CODEC") : codec;
     rest.setLeft(rest.left() + drawElided(painter, rest, Qt::ElideRight, Cyan, codecText) + TextSpacing);
     if (rest.width() > SmallestSourceWidth)
         drawElided(painter, rest, Qt::ElideRight, DarkCyan, source);
+}
+
+/// White on red, to be seen from the door, or quietly. \return the width taken.
+double VfdPainter::drawWord(QPainter& painter, const QRectF& rest, const VfdWord& word) const
+{
+    constexpr double Padding = 8;
+    QFont font = m_surface.font(TextSize);
+    font.setBold(true);
+    painter.setFont(font);
+    const double width = std::ceil(QFontMetricsF(font).horizontalAdvance(word.text)) + 2 * Padding;
+    QRectF box = rest;
+    box.setWidth(qMin(width, rest.width()));
+    if (word.alarming) {
+        painter.setPen(Qt::NoPen);
+        painter.setBrush(AlarmRed);
+        painter.drawRoundedRect(box, 3, 3);
+    }
+    drawLine(painter, box, Qt::AlignHCenter, word.alarming ? QColor(Qt::white) : QColor(Bright), word.text);
+    return box.width();
 }
 
 void VfdPainter::drawSchedule(QPainter& painter, const VfdSchedule::Today& today) const
@@ -115,13 +139,13 @@ void VfdPainter::drawSchedule(QPainter& painter, const VfdSchedule::Today& today
     m_schedule.draw(painter, today);
 }
 
-void VfdPainter::drawBottom(QPainter& painter, const QString& disk, const QString& file) const
+void VfdPainter::drawBottom(QPainter& painter, const QString& disk, bool diskLow, const QString& file) const
 {
     const RegionPainter region(painter, m_layout.bottom);
     painter.setFont(m_surface.font(TextSize));
     QRectF rest = m_layout.bottom;
     rest.setWidth(rest.width() / 2);
-    const double taken = drawElided(painter, rest, Qt::ElideRight, DarkCyan, tr("DISK %1").arg(disk));
+    const double taken = drawElided(painter, rest, Qt::ElideRight, diskLow ? Red : DarkCyan, tr("DISK %1").arg(disk));
     rest = m_layout.bottom;
     rest.setLeft(rest.left() + taken + 2 * TextSpacing);
     drawElided(painter, rest, Qt::ElideMiddle, Cyan, file);

@@ -12,6 +12,14 @@
 
 class QPainter;
 
+/// What the panel says of the station in capitals; an empty text says nothing.
+struct VfdWord {
+    QString text;
+    bool alarming = false; ///< somebody should come
+
+    friend bool operator==(const VfdWord&, const VfdWord&) = default;
+};
+
 /// Draws the display panel, a region at a time and nothing outside it. What never changes is drawn once for a surface
 /// and then copied. Meter, clock, lamps and schedule have painters of their own; the texts beside and below are drawn
 /// here.
@@ -29,13 +37,14 @@ public:
     void drawBackground(QPainter& painter) const;
     void drawClock(QPainter& painter, qint64 ms);
     void drawMeter(QPainter& painter, const VfdGeometry::MeterLights& lights, const QRect& dirty) const;
-    void drawStatus(QPainter& painter, const VfdLamps::States& lamps, const QString& codec,
+    void drawStatus(QPainter& painter, const VfdLamps::States& lamps, const VfdWord& word, const QString& codec,
                     const QString& source) const;
     void drawSchedule(QPainter& painter, const VfdSchedule::Today& today) const;
-    void drawBottom(QPainter& painter, const QString& disk, const QString& file) const;
+    void drawBottom(QPainter& painter, const QString& disk, bool diskLow, const QString& file) const;
 
 private:
     QPixmap renderBackground() const;
+    double drawWord(QPainter& painter, const QRectF& rest, const VfdWord& word) const;
 
     VfdSurface m_surface;
     VfdGeometry::Layout m_layout;

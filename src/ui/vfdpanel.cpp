@@ -130,6 +130,16 @@ void VfdPanel::resetLevels()
     updateMeter();
 }
 
+void VfdPanel::setState(const VfdWord& word, bool diskLow)
+{
+    if (std::exchange(m_diskLow, diskLow) != diskLow)
+        updateRegion(&Layout::bottom);
+    if (std::exchange(m_word, word) == word)
+        return;
+    updateRegion(&Layout::status);
+    describe();
+}
+
 void VfdPanel::setText(QString& stored, const QString& text, QRectF Layout::*region)
 {
     if (stored == text)
@@ -221,13 +231,13 @@ void VfdPanel::paintEvent(QPaintEvent* event)
     if (isDirty(layout.clock))
         m_painter.drawClock(painter, m_elapsedMs);
     if (isDirty(layout.status))
-        m_painter.drawStatus(painter, lamps(), m_codec, m_source);
+        m_painter.drawStatus(painter, lamps(), m_word, m_codec, m_source);
     if (isDirty(layout.schedule)) {
         m_paintedToday = today();
         m_painter.drawSchedule(painter, m_paintedToday);
     }
     if (isDirty(layout.bottom))
-        m_painter.drawBottom(painter, m_disk, m_file);
+        m_painter.drawBottom(painter, m_disk, m_diskLow, m_file);
 }
 
 bool VfdPanel::event(QEvent* event)
@@ -273,6 +283,8 @@ QString VfdPanel::toolTipAt(const QPoint& position, QRect* region) const
 void VfdPanel::describe()
 {
     QStringList parts{m_recording ? tr("Recording") : tr("Not recording")};
+    if (!m_word.text.isEmpty())
+        parts.prepend(m_word.text);
     if (m_auto)
         parts << tr("Automatic mode");
     if (m_triggerConfigured)

@@ -32,6 +32,8 @@ public Q_SLOTS:
     void flashOverload();
     void setTriggerState(bool configured, bool active);
     void resetLevels();
+    /// Shows the state of the station beside the lamps, and the free space in red when it is low.
+    void setState(const VfdWord& word, bool diskLow);
 
 protected:
     bool event(QEvent* event) override;
@@ -64,6 +66,8 @@ private:
     QString m_codec;
     QString m_disk;
     QString m_file;
+    VfdWord m_word;
+    bool m_diskLow = false;
     Schedule m_schedule;
     VfdSchedule::Today m_paintedToday;
 
