@@ -17,8 +17,11 @@ public:
     /// Nothing of this run is delivered afterwards. Without effect while stopped.
     virtual void stop() = 0;
     virtual bool isRunning() const = 0;
-    /// One line with the source's display name.
+    /// One line with the display name of what is really recorded; known at the latest with the first block.
     virtual QString description() const = 0;
+    /// Whether a new start() may succeed after the last errorOccurred(). Not while the settings, or what is installed,
+    /// stay as they are when this is false.
+    virtual bool isWorthRetrying() const { return true; }
 
 Q_SIGNALS:
     /// One block, never empty, in the format that start() was given, with gain and limiter applied.
