@@ -19,8 +19,8 @@ public:
     virtual bool isRunning() const = 0;
     /// One line with the display name of what is really recorded; known at the latest with the first block.
     virtual QString description() const = 0;
-    /// Whether a new start() may succeed after the last errorOccurred(). Not while the settings, or what is installed,
-    /// stay as they are when this is false.
+    /// false after an errorOccurred() that another start() cannot mend: the settings, or what is installed, must change
+    /// first.
     virtual bool isWorthRetrying() const { return true; }
 
 Q_SIGNALS:
