@@ -71,7 +71,8 @@ private Q_SLOTS:
         row("at once", true, 0, {5, 8}, {"raised 5", "over 8 after 3000"});
         row("lasts", true, 10, {5, 20}, {"raised 5", "over 20 after 15000"});
         row("too short", true, 10, {5, 14}, {});
-        row("twice", true, 2, {1, 5, 6, 7, 10, 20}, {"raised 1", "over 5 after 4000", "raised 10", "over 20 after 10000"});
+        row("twice", true, 2, {1, 5, 6, 7, 10, 20},
+            {"raised 1", "over 5 after 4000", "raised 10", "over 20 after 10000"});
         row("switched off", false, 0, {5, 20}, {});
     }
     void board()
@@ -121,13 +122,20 @@ private Q_SLOTS:
     void words_data()
     {
         const WordRows row;
-        row("idle", [](StationStatus&) {}, "", false);
-        row("records", [](StationStatus& s) { s.recording = true; }, "RECORDING", false);
-        row("wanted", [](StationStatus& s) { s.wish.wanted = true; }, "NOT RECORDING", true);
-        row("tries", [](StationStatus& s) { s.recording = s.tryingAgain = true; }, "TRYING AGAIN", true);
-        row("no audio", [](StationStatus& s) { s.recording = s.noAudio = s.diskLow = true; }, "NO AUDIO", true);
-        row("silent", [](StationStatus& s) { s.recording = true, s.silentSince = Start; }, "SILENCE since 03:12", true);
-        row("disk", [](StationStatus& s) { s.recording = s.diskLow = true; }, "DISK", true);
+        row(
+            "idle", [](StationStatus&) {}, "", false);
+        row(
+            "records", [](StationStatus& s) { s.recording = true; }, "RECORDING", false);
+        row(
+            "wanted", [](StationStatus& s) { s.wish.wanted = true; }, "NOT RECORDING", true);
+        row(
+            "tries", [](StationStatus& s) { s.recording = s.tryingAgain = true; }, "TRYING AGAIN", true);
+        row(
+            "no audio", [](StationStatus& s) { s.recording = s.noAudio = s.diskLow = true; }, "NO AUDIO", true);
+        row(
+            "silent", [](StationStatus& s) { s.recording = true, s.silentSince = Start; }, "SILENCE since 03:12", true);
+        row(
+            "disk", [](StationStatus& s) { s.recording = s.diskLow = true; }, "DISK", true);
     }
     void words()
     {
@@ -195,7 +203,8 @@ private Q_SLOTS:
         QCOMPARE(queue.size(), AlarmQueue::MostWaiting);
         QCOMPARE(queue.dropped(), 50);
         QCOMPARE(queue.dropExpired(start + AlarmQueue::KeptForMs + 100'001), 51);
-        queue.readJson({{"waiting", QJsonArray{1, "x", QJsonObject{{"alarm", "none"}}}}, {"dropped", -5}, {"lastMs", "x"}});
+        queue.readJson(
+            {{"waiting", QJsonArray{1, "x", QJsonObject{{"alarm", "none"}}}}, {"dropped", -5}, {"lastMs", "x"}});
         QCOMPARE(queue.size(), AlarmQueue::MostWaiting - 51);
         QCOMPARE(queue.dropped(), 0);
     }
@@ -205,7 +214,8 @@ private Q_SLOTS:
         const AnswerRows row;
         row("taken", "HTTP/1.1 204 No Content\r\n\r\n", "");
         row("a body without end", "HTTP/1.1 200 OK\r\n\r\n" + QByteArray(100'000, 'x'), "");
-        row("refused", "HTTP/1.1 500 Oops\r\nContent-Length: 0\r\n\r\n", "The web server answered with the status 500.");
+        row("refused", "HTTP/1.1 500 Oops\r\nContent-Length: 0\r\n\r\n",
+            "The web server answered with the status 500.");
         row("sent elsewhere", "HTTP/1.1 302 Found\r\nLocation: http://127.0.0.1:1/\r\nContent-Length: 0\r\n\r\n",
             "The web server answered with the status 302.");
         row("no answer", "", "The web server did not answer in time.");

@@ -10,15 +10,46 @@
 #include "support/table.h"
 
 #include <QElapsedTimer>
-#include <QGuiApplication>
 #include <QSignalSpy>
 #include <QTemporaryDir>
+
+namespace {
+
+/// An input device that is recorded, and all that it says.
+struct Listener : QObject {
+    explicit Listener(const QByteArray& device) : capture(device)
+    {
+        connect(&capture, &AudioCapture::dataReady, this, [this](const QByteArray& pcm) { heard += pcm; });
+        connect(&capture, &AudioCapture::errorOccurred, this, [this](const QString& text) { said << text; });
+        connect(&capture, &AudioCapture::warning, this, [this](const QString& text) { said << text; });
+    }
+    bool records()
+    {
+        capture.start({44100, 2});
+        heard.clear();
+        return QTest::qWaitFor([this] { return !heard.isEmpty(); }, 2000);
+    }
+    bool stopsAtOnce()
+    {
+        QElapsedTimer time;
+        time.start();
+        capture.stop();
+        return time.elapsed() < 200;
+    }
+    QtAudioCapture capture;
+    QStringList said;
+    QByteArray heard;
+};
+
+constexpr char NotOpened[] = "Could not open the audio input device.";
+
+} // namespace
 
 /// The input device, recorded for real through a sound server.
 class TestLiveCapture : public QObject {
     Q_OBJECT
 
-    using LosesNothingAtSegmentBordersRows = Table<int>;
+    using WhichDeviceRows = Table<QByteArray, QString, QString>;
 
 private Q_SLOTS:
     void init()
@@ -32,15 +63,26 @@ private Q_SLOTS:
         m_settings.splitMinutes = 1;
     }
 
+    /// The first one, as no server must have been there before.
+    void serverThatStartsLate()
+    {
+        Listener listener("line_in");
+        listener.capture.start({44100, 2});
+        QTRY_COMPARE(listener.said, QStringList{NotOpened});
+        QVERIFY(m_rig.start());
+        QVERIFY(listener.records());
+        QCOMPARE(listener.capture.description(), "LineIn");
+    }
+
     void losesNothingAtSegmentBorders_data()
     {
-        const LosesNothingAtSegmentBordersRows row;
+        const Table<int> row;
         row("wav", Wav);
         row("flac, an ffmpeg ended and another started at each border", Flac);
     }
     void losesNothingAtSegmentBorders()
     {
-        const auto [codec] = LosesNothingAtSegmentBordersRows::fetch();
+        const auto [codec] = Table<int>::fetch();
         m_settings.codec = codec;
         // A clock that runs 40 times as fast cuts a file every 1.5 seconds.
         QElapsedTimer real;
@@ -55,7 +97,7 @@ private Q_SLOTS:
 
         QVERIFY(recorder.start());
         constexpr qint64 Frames = 6 * 44100;
-        rig->play(Counting::frames(1, Frames));
+        m_rig.play(Counting::frames(1, Frames));
         QTest::qWait(10'000);
         recorder.stop();
 
@@ -70,14 +112,74 @@ private Q_SLOTS:
         QVERIFY(whole.mid(first * 4, Frames * 4) == Counting::frames(1, Frames));
     }
 
-    void takesTheDefaultForADeviceThatIsGone()
+    void whichDevice_data()
     {
-        QtAudioCapture capture("no_such_device");
+        const WhichDeviceRows row;
+        row("the default", "", "line_in2", "LineIn2");
+        row("chosen", "line_in", "line_in2", "LineIn");
+        row("not there", "no_such_device", "line_in2", "LineIn2");
+        row("a monitor is the default", "", "program2.monitor", "LineIn");
+        row("a monitor is chosen", "program2.monitor", "line_in", "Monitor of Program2");
+    }
+    void whichDevice()
+    {
+        const auto [chosen, standard, description] = WhichDeviceRows::fetch();
+        QCOMPARE(QProcess::execute("pactl", {"set-default-source", standard}), 0);
+        Listener listener(chosen);
+        QVERIFY(listener.records());
+        QCOMPARE(listener.capture.description(), description);
+        QCOMPARE(listener.said, QStringList());
+    }
+
+    void deviceThatComesAndGoes()
+    {
+        Listener listener("usb");
+        QVERIFY(listener.records());
+        m_rig.play(QByteArray(44100 * 4 * 15, '\1'), "program2");
+        QVERIFY(m_rig.addInput("usb", "Usb"));
+        QTRY_COMPARE(listener.said, QStringList{"The audio input device Usb is back and is recorded again."});
+        QCOMPARE(listener.capture.description(), "Usb");
+        QTRY_VERIFY(listener.heard.contains(QByteArray(44100, '\1')));
+
+        QVERIFY(m_rig.removeInput());
+        QTRY_COMPARE(listener.said.value(1), "The audio input device Usb was removed.");
+        QCOMPARE(listener.said.size(), 2);
+        listener.heard.clear();
+        QTest::qWait(500);
+        QCOMPARE(listener.heard.size(), 0);
+    }
+
+    void serverThatHangs()
+    {
+        Listener listener("line_in");
+        Listener waiting("line_in");
+        QVERIFY(listener.records());
+        m_rig.freeze(true);
+        QTest::qWait(200); // what was under way
+        listener.heard.clear();
+        QTest::qWait(500);
+        QCOMPARE(listener.heard.size(), 0);
+        QVERIFY(listener.stopsAtOnce());
+
+        QVERIFY(!listener.records());
+        waiting.capture.start({44100, 2});
+        QVERIFY(listener.stopsAtOnce());
+        QTRY_COMPARE_WITH_TIMEOUT(waiting.said, QStringList{NotOpened}, 7000);
+        m_rig.freeze(false);
+        QVERIFY(listener.records());
+        QVERIFY(waiting.records());
+        QCOMPARE(listener.said, QStringList());
+    }
+
+    void startsAndStops()
+    {
+        QtAudioCapture capture("line_in");
         QSignalSpy errors(&capture, &AudioCapture::errorOccurred);
         QSignalSpy running(&capture, &AudioCapture::runningChanged);
         QSignalSpy blocks(&capture, &AudioCapture::dataReady);
         QCOMPARE(capture.description(), "(no input device)");
         QVERIFY(capture.start({8000, 1}));
+        QCOMPARE(capture.description(), "LineIn");
         QTRY_VERIFY(blocks.size() > 3);
         capture.stop();
         capture.stop();
@@ -85,8 +187,15 @@ private Q_SLOTS:
         QCOMPARE(running, (QList<QVariantList>{{true}, {false}}));
     }
 
+    void outlivesTheSoundServer_data()
+    {
+        const Table<int> row;
+        row("away for 1 s", 1000);
+        row("away for 4 s", 4000); // the audio framework looks for it after 3 s, for the last time
+    }
     void outlivesTheSoundServer()
     {
+        const auto [awayMs] = Table<int>::fetch();
         m_settings.splitMinutes = 0;
         ArchiveIndex archive;
         archive.setFolder(m_folder->path());
@@ -96,37 +205,26 @@ private Q_SLOTS:
         QSignalSpy received(&recorder, &Recorder::audioReceived);
         QVERIFY(recorder.start());
         QTRY_VERIFY(received.size() > 20);
-        rig->kill();
+        m_rig.kill();
         QTRY_VERIFY(!recorder.isRecording());
         QCOMPARE(errors, (QList<QVariantList>{{"Audio input error (code 4)."}}));
         QCOMPARE(lines.last()[0].toString(), "Recording stopped (capture error)");
         QVERIFY(archive.records().value(0).durationMs > 500);
 
-        QVERIFY(rig->start());
-        QTRY_VERIFY_WITH_TIMEOUT(recorder.start(), 20'000);
+        QTest::qWait(awayMs);
+        QVERIFY(m_rig.start());
+        QVERIFY(recorder.start());
         received.clear();
         QTRY_VERIFY(received.size() > 5);
         recorder.stop();
         QVERIFY(archive.records().size() >= 2);
     }
 
-public:
-    static inline PulseRig* rig = nullptr;
-
 private:
+    PulseRig m_rig;
     AppSettings& m_settings = AppSettings::instance();
     std::unique_ptr<QTemporaryDir> m_folder;
 };
 
-int main(int argc, char* argv[])
-{
-    PulseRig rig;
-    if (!rig.start())
-        qFatal("The private sound server did not start.");
-    QGuiApplication app(argc, argv);
-    TestLiveCapture::rig = &rig;
-    TestLiveCapture test;
-    return QTest::qExec(&test, argc, argv);
-}
-
+QTEST_GUILESS_MAIN(TestLiveCapture)
 #include "tst_livecapture_linux.moc"

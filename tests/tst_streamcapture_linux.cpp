@@ -21,6 +21,7 @@
 #include <csignal>
 #include <sys/prctl.h>
 #include <sys/wait.h>
+#include <thread>
 #include <unistd.h>
 
 using namespace std::chrono_literals;
@@ -142,6 +143,20 @@ private Q_SLOTS:
         Listener listener;
         QCOMPARE(listener.capture.start({44100, 2}), said.size() == 2);
         QTRY_COMPARE_WITH_TIMEOUT(listener.said, said, 20'000);
+        QVERIFY(!listener.capture.isWorthRetrying());
+    }
+
+    void busyMainThread()
+    {
+        qputenv("DECODER", "while :; do head -c 17640 /dev/zero; sleep .1; done");
+        Listener listener;
+        QVERIFY(listener.capture.start({44100, 2}));
+        QTRY_COMPARE(listener.said, QStringList{Connected});
+        std::this_thread::sleep_for(4s);
+        QVERIFY(QMetaObject::invokeMethod(&listener.capture, "onWatchdog")); // before the pipe is read, as on Windows
+        QTest::qWait(1500);
+        QCOMPARE(listener.said, QStringList{Connected});
+        QVERIFY(listener.capture.isWorthRetrying());
     }
 
     void noFfmpeg()

@@ -17,9 +17,10 @@ public:
     /// Nothing of this run is delivered afterwards. Without effect while stopped.
     virtual void stop() = 0;
     virtual bool isRunning() const = 0;
-    /// One line with the source's display name.
+    /// One line with the display name of what is really recorded; known at the latest with the first block.
     virtual QString description() const = 0;
-    /// Whether a new start may mend what went wrong; false after an error that only the operator can mend.
+    /// false after an errorOccurred() that another start() cannot mend: the settings, or what is installed, must change
+    /// first.
     virtual bool isWorthRetrying() const { return true; }
 
 Q_SIGNALS:

@@ -30,6 +30,8 @@ Q_SIGNALS:
     void failed(const QString& message);
     /// Display name of the device that is recorded from now on.
     void endpointResolved(const QString& friendlyName);
+    /// Something that the operator should know, and that the worker goes on after.
+    void warning(const QString& message);
     void overload();
 
 protected:

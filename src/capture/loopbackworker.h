@@ -35,6 +35,8 @@ protected:
     void deliver(const uchar* samples, qint64 frames);
     /// Makes up for the time without audio, once it is as long as `patience`.
     void keepTime(std::chrono::milliseconds patience = Loopback::SilenceAfter);
+    /// The time without audio until now stays without it.
+    void skipTime();
 
     static QString noDeviceText();
     static QString startFailedText();

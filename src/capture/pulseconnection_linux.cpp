@@ -16,6 +16,7 @@ constexpr auto ReadyTimeout = 5s;
 /// that is not running refuses for ever.
 constexpr auto RefusalTimeout = 1s;
 constexpr auto PollInterval = 50ms;
+constexpr auto PingInterval = 1s;
 
 /// The answer comes by a callback; when there will be none, the connection has failed and iterate() tells.
 void unref(pa_operation* operation)
@@ -124,7 +125,26 @@ void PulseConnection::refresh()
 
 void PulseConnection::onServer(pa_context*, const pa_server_info* server, void* self)
 {
-    static_cast<PulseConnection*>(self)->m_defaultSink = server ? server->default_sink_name : nullptr;
+    auto* const that = static_cast<PulseConnection*>(self);
+    that->m_defaultSink = server ? server->default_sink_name : nullptr;
+    that->m_defaultSource = server ? server->default_source_name : nullptr;
+}
+
+std::chrono::milliseconds PulseConnection::ping()
+{
+    if (m_pingIsUnanswered)
+        return std::chrono::milliseconds(m_pinged.elapsed());
+    if (!m_pinged.isValid() || m_pinged.hasExpired(std::chrono::milliseconds(PingInterval).count())) {
+        m_pingIsUnanswered = true;
+        m_pinged.start();
+        unref(pa_context_get_server_info(m_context.get(), onPong, this));
+    }
+    return 0ms;
+}
+
+void PulseConnection::onPong(pa_context*, const pa_server_info*, void* self)
+{
+    static_cast<PulseConnection*>(self)->m_pingIsUnanswered = false;
 }
 
 void PulseConnection::onSink(pa_context*, const pa_sink_info* sink, int end, void* self)
@@ -140,7 +160,7 @@ void PulseConnection::onSource(pa_context*, const pa_source_info* source, int en
 {
     auto* const that = static_cast<PulseConnection*>(self);
     if (end == 0) {
-        that->m_incomingSources.append({source->name, QString::fromUtf8(source->description),
+        that->m_incomingSources.append({source->name, QString::fromUtf8(source->description), source->index,
                                         source->monitor_of_sink != PA_INVALID_INDEX, source->sample_spec,
                                         source->channel_map});
         return;
@@ -169,4 +189,15 @@ const PulseSource* PulseConnection::source(const QByteArray& name) const
     const auto found = std::find_if(m_sources.begin(), m_sources.end(),
                                     [&](const PulseSource& source) { return source.name == name; });
     return found == m_sources.end() ? nullptr : &*found;
+}
+
+const PulseSource* PulseConnection::inputFor(const QByteArray& name) const
+{
+    if (const PulseSource* const named = source(name))
+        return named;
+    if (const PulseSource* const standard = source(m_defaultSource); standard && !standard->isMonitor)
+        return standard;
+    const auto first = std::find_if_not(m_sources.begin(), m_sources.end(),
+                                        [](const PulseSource& source) { return source.isMonitor; });
+    return first == m_sources.end() ? nullptr : &*first;
 }

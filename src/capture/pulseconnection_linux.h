@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QByteArray>
+#include <QElapsedTimer>
 #include <QList>
 #include <QString>
 
@@ -24,6 +25,7 @@ struct PulseSink {
 struct PulseSource {
     QByteArray name;
     QString description; ///< the display name
+    quint32 index = 0; ///< never given twice by a server, unlike the name
     bool isMonitor = false;
     pa_sample_spec format = {};
     pa_channel_map channels = {};
@@ -50,6 +52,9 @@ public:
     /// Why the connection failed, or that it takes too long.
     QString errorString() const;
     pa_context* context() const { return m_context.get(); }
+    /// Asks the server for a sign of life, once per second when called often enough.
+    /// \return for how long the last question has waited for its answer; 0 when it was answered.
+    std::chrono::milliseconds ping();
 
     /// Reads the lists anew.
     void refresh();
@@ -61,11 +66,15 @@ public:
     const PulseSink* sinkFor(const QByteArray& name) const;
     /// The source of this name, or null.
     const PulseSource* source(const QByteArray& name) const;
+    /// The source of this name, else the default one, else the first one; null when there is none. A monitor is taken
+    /// by its name only: it is the default where there is no input device, and nobody has chosen it.
+    const PulseSource* inputFor(const QByteArray& name) const;
 
 private:
     static void onState(pa_context* context, void* self);
     static void onEvent(pa_context*, pa_subscription_event_type_t type, uint32_t, void* self);
     static void onServer(pa_context*, const pa_server_info* server, void* self);
+    static void onPong(pa_context*, const pa_server_info*, void* self);
     static void onSink(pa_context*, const pa_sink_info* sink, int end, void* self);
     static void onSource(pa_context*, const pa_source_info* source, int end, void* self);
 
@@ -80,6 +89,9 @@ private:
     QList<PulseSink> m_incomingSinks; ///< the list being read
     QList<PulseSource> m_incomingSources;
     QByteArray m_defaultSink;
+    QByteArray m_defaultSource;
+    QElapsedTimer m_pinged; ///< since the server was last asked for a sign of life; invalid before the first time
+    bool m_pingIsUnanswered = false;
     int m_revision = 0;
     bool m_reading = false;
     bool m_outdated = false; ///< something changed while the lists were read

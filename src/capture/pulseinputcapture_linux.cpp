@@ -4,16 +4,39 @@
 #include "capture/pulseinputworker_linux.h"
 #include "settings/appsettings.h"
 
-PulseInputCapture::PulseInputCapture(const QAudioDevice& device, const ChannelPick& pick, QObject* parent)
-    : WorkerCapture(device.id(), parent), m_device(device), m_pick(pick)
+using namespace std::chrono_literals;
+
+namespace {
+
+/// The main thread stands still for so long at most. A server that is well needs a tenth of it.
+constexpr auto OpenTimeout = 300ms;
+
+} // namespace
+
+bool PulseInputCapture::start(const PcmFormat& format)
 {
-    connect(this, &AudioCapture::dataReady, this, &PulseInputCapture::followSettings);
+    stop();
+    setFriendlyName({}); // what the last run recorded says nothing about this one
+    WorkerCapture::start(format);
+    const auto opening = static_cast<PulseInputWorker*>(worker())->waitUntilOpen(OpenTimeout);
+    if (!opening)
+        return true;
+    setFriendlyName(opening->device);
+    if (opening->failure.isEmpty())
+        return true;
+    stop();
+    Q_EMIT errorOccurred(opening->failure);
+    return false;
 }
 
 DeviceWorker* PulseInputCapture::createWorker(const QByteArray& deviceId, const PcmFormat& format, double gain,
                                               bool limiter)
 {
-    return new PulseInputWorker(deviceId, m_pick, format, gain, limiter);
+    const AppSettings& settings = AppSettings::instance();
+    auto* const worker = new PulseInputWorker(
+        deviceId, ChannelPick::fromSettings(settings.firstChannel, settings.channelCount), format, gain, limiter);
+    connect(worker, &DeviceWorker::pcmReady, this, &PulseInputCapture::followSettings);
+    return worker;
 }
 
 void PulseInputCapture::followSettings()

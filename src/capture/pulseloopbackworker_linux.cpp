@@ -11,8 +11,12 @@ namespace {
 /// How long a stop or an audible gap may go unnoticed; sound wakes the loop by itself.
 constexpr auto PollInterval = 50ms;
 /// A monitor that runs delivers, if late: what a busy server owes comes in full, and silence in its place would cut the
-/// sound in two. Only a frozen server stays away for so long.
+/// sound in two.
 constexpr auto RunningMonitorPatience = 2000ms;
+/// A server that does not answer for so long is busy or frozen, and silence in place of its audio would be invented.
+constexpr auto AnswerTimeout = 500ms;
+/// It is frozen, not busy: the silence of this time is not made up either.
+constexpr auto FrozenAfter = 3000ms;
 /// A device that goes away takes its stream along, and the next attempt finds the list without it.
 constexpr int FailuresAtMost = 5;
 
@@ -43,7 +47,7 @@ QString PulseLoopbackWorker::record(PulseConnection& server)
             return noDeviceText();
         if (m_stream)
             drain();
-        keepTime(m_stream && m_stream->isPlaying() ? RunningMonitorPatience : Loopback::SilenceAfter);
+        fillGaps(server.ping());
         if (!server.iterate(PollInterval))
             return tr("The connection to the sound server was lost (%1).").arg(server.errorString());
     } while (!stopRequested());
@@ -67,6 +71,16 @@ bool PulseLoopbackWorker::follow(PulseConnection& server)
     setMixFormat(m_stream->format());
     Q_EMIT endpointResolved(sink->description);
     return true;
+}
+
+/// \param unanswered for how long the server has not answered.
+void PulseLoopbackWorker::fillGaps(std::chrono::milliseconds unanswered)
+{
+    const bool isPlaying = m_stream && m_stream->isPlaying();
+    if (unanswered < AnswerTimeout)
+        keepTime(isPlaying ? RunningMonitorPatience : Loopback::SilenceAfter);
+    else if (isPlaying || unanswered >= FrozenAfter)
+        skipTime();
 }
 
 void PulseLoopbackWorker::drain()

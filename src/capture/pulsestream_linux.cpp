@@ -4,7 +4,7 @@ namespace {
 
 constexpr pa_usec_t FragmentMicroseconds = 50'000;
 
-/// \param format of the source; becomes the stream's.
+/// \param format as asked for; becomes the stream's.
 MixFormat formatFor(pa_sample_spec& format)
 {
     int bits = 0;
@@ -53,9 +53,9 @@ std::unique_ptr<PulseStream> PulseStream::record(pa_context* context, const char
     return std::unique_ptr<PulseStream>(new PulseStream(stream, mix));
 }
 
-bool PulseStream::isPlaying() const
+bool PulseStream::hasPackets() const
 {
-    return pa_stream_get_state(m_stream.get()) == PA_STREAM_READY && pa_stream_is_suspended(m_stream.get()) == 0;
+    return isReady() && pa_stream_readable_size(m_stream.get()) > 0;
 }
 
 void PulseStream::drain(const std::function<void(const uchar* samples, qint64 frames)>& handle)

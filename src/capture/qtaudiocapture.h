@@ -2,23 +2,17 @@
 
 #include "capture/audiocapture.h"
 #include "capture/channelpick.h"
-#include "capture/linearresampler.h"
 
 #include <QAudio>
-#include <QAudioDevice>
-#include <QAudioFormat>
 #include <QByteArray>
-#include <QIODevice>
-#include <QPointer>
-#include <QScopedPointer>
 
-#include <memory>
-
-class QAudioSource;
-
-/// Records an input device through QAudioSource in pull mode. A chosen device that is not there is replaced by the
-/// default one. Gain and limiter are read from the settings for every chunk, so they change while recording. The
-/// channels to record are read from the settings by start(), which fails if the device lacks them.
+/// Records an input device: through the multimedia framework's QAudioSource on Windows, through libpulse on Linux,
+/// where the framework connects to the sound server once per process and loses it for good when that is restarted.
+///
+/// A chosen device that is not there is replaced by the default one. It is taken as soon as it is back, which a
+/// warning() tells. A device that is removed while it is recorded is an error, and nothing else is recorded in its
+/// place. Gain and limiter follow the settings while recording. The channels to record are read from the settings by
+/// start(), which fails if the device lacks them.
 class QtAudioCapture : public AudioCapture {
     Q_OBJECT
 public:
@@ -26,33 +20,27 @@ public:
     explicit QtAudioCapture(const QByteArray& deviceId, QObject* parent = nullptr);
     ~QtAudioCapture() override;
 
+    /// On Linux it waits 0.3 seconds at most for the sound server: a failure that takes longer comes by errorOccurred()
+    /// after it has returned true.
     bool start(const PcmFormat& format) override;
     void stop() override;
-    bool isRunning() const override { return m_source || m_reader; }
+    /// Also after an error, until stop().
+    bool isRunning() const override { return m_running; }
     QString description() const override;
 
+    // What the readers tell the operator.
+    static QString noDeviceText();
+    static QString formatRefusedText(const QString& device);
     static QString openFailedText();
     static QString inputErrorText(QAudio::Error error);
     static QString lacksChannelsText(const ChannelPick& pick, const QString& device, int channels);
-
-private Q_SLOTS:
-    void onReadyRead();
-    void onStateChanged();
+    static QString removedText(const QString& device);
+    static QString returnedText(const QString& device);
 
 private:
-    bool startSource();
-    bool startReader();
-    void discardSource();
-    void discardReader();
+    /// The platform's reader. Its description is empty while it knows of no device.
+    static AudioCapture* createReader(const QByteArray& deviceId, QObject* parent);
 
-    QByteArray m_deviceId;
-    QAudioDevice m_device;
-    QAudioFormat m_format; ///< as negotiated with the device
-    PcmFormat m_target; ///< as the consumer wants it
-    ChannelPick m_pick; ///< as the settings asked for at the start
-    // At most one of m_source and m_reader is set; both are null while stopped.
-    std::unique_ptr<QAudioSource, QScopedPointerDeleteLater> m_source;
-    std::unique_ptr<AudioCapture, QScopedPointerDeleteLater> m_reader; ///< for a pick that m_source cannot deliver
-    QPointer<QIODevice> m_io;
-    LinearResampler m_resampler;
+    AudioCapture* m_reader;
+    bool m_running = false;
 };

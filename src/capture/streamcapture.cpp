@@ -84,6 +84,7 @@ bool StreamCapture::start(const PcmFormat& format)
     m_attempt = 0;
     m_stopping = false;
     m_connected = false;
+    m_worthRetrying = true;
     m_format = format;
     m_url = AppSettings::instance().streamUrl.trimmed();
 
@@ -96,6 +97,7 @@ bool StreamCapture::start(const PcmFormat& format)
         failure = tr("Stream logging needs ffmpeg, which was not found on this system. Install it or place ffmpeg next "
                      "to Tidewell.");
     if (!failure.isEmpty()) {
+        m_worthRetrying = false;
         Q_EMIT errorOccurred(failure);
         return false;
     }
@@ -197,9 +199,12 @@ void StreamCapture::onWatchdog()
     if (m_stopping || !m_process || !m_lastData.isValid())
         return;
     const qint64 threshold = 1000 * qint64(std::max(AppSettings::instance().streamStall, MinStallSeconds));
-    const qint64 stalled = m_lastData.elapsed();
-    if (stalled < threshold)
+    if (m_lastData.elapsed() < threshold)
         return;
+    // The event loop reads the pipe, and had no turn while the main thread was busy: what waits there was in time.
+    if (m_process->waitForReadyRead(0) || m_stopping || !m_process)
+        return;
+    const qint64 stalled = m_lastData.elapsed();
     addLostTime();
     replaceProcess(tr("Stream stalled for %1 s - reconnecting").arg(stalled / 1000));
 }
@@ -223,6 +228,7 @@ void StreamCapture::scheduleReconnect()
     if (m_stopping)
         return;
     if (!AppSettings::instance().streamReconnect) {
+        m_worthRetrying = false;
         Q_EMIT errorOccurred(tr("The stream ended and reconnection is disabled."));
         return;
     }

@@ -30,6 +30,9 @@ public:
     bool isRunning() const override;
     /// Host and path of the stream, without user name and password; an address without a host is given as it stands.
     QString description() const override;
+    /// false after an error that lies in the settings or the installation: the address, a missing ffmpeg, or that
+    /// reconnection is disabled.
+    bool isWorthRetrying() const override { return m_worthRetrying; }
 
     /// How long to wait before the next attempt when this many in a row have brought no data.
     static std::chrono::seconds reconnectDelay(int attempt);
@@ -60,4 +63,5 @@ private:
     int m_attempt = 0; ///< attempts since data last came
     bool m_stopping = true;
     bool m_connected = false; ///< the current process has delivered
+    bool m_worthRetrying = true;
 };

@@ -55,6 +55,10 @@ bool WorkerCapture::start(const PcmFormat& format)
         if (m_worker == worker)
             m_friendlyName = friendlyName;
     });
+    connect(worker, &DeviceWorker::warning, this, [this, worker](const QString& message) {
+        if (m_worker == worker)
+            Q_EMIT warning(message);
+    });
     connect(worker, &DeviceWorker::overload, this, [this, worker] {
         if (m_worker == worker)
             Q_EMIT overloadDetected();

@@ -29,6 +29,7 @@ protected:
     DeviceWorker* worker() const { return m_worker; }
     /// Display name of the device that is recorded, as the worker tells it; empty until that is known.
     const QString& friendlyName() const { return m_friendlyName; }
+    void setFriendlyName(const QString& name) { m_friendlyName = name; }
 
 private:
     QByteArray m_deviceId;

@@ -128,8 +128,9 @@ void AlarmOutbox::end(Way way, bool sent, const QString& answer)
         Q_EMIT logMessage(way == Mail ? tr("%n alarm(s) sent by mail", nullptr, m_inMessage[way])
                                       : tr("%n alarm(s) sent to the web address", nullptr, m_inMessage[way]));
     else if (!m_failing[way])
-        Q_EMIT failed(way == Mail ? tr("An alarm could not be mailed and is tried again: %1").arg(answer)
-                                  : tr("An alarm could not be sent to the web address and is tried again: %1").arg(answer));
+        Q_EMIT failed(way == Mail
+                          ? tr("An alarm could not be mailed and is tried again: %1").arg(answer)
+                          : tr("An alarm could not be sent to the web address and is tried again: %1").arg(answer));
     m_failing[way] = !sent;
     plan();
 }

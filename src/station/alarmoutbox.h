@@ -18,7 +18,8 @@ class AlarmOutbox : public QObject {
 public:
     enum Way { Mail, Web, WayCount };
 
-    /// \param path of the file that keeps what waits, made when needed. \param status goes with each message to the web.
+    /// \param path of the file that keeps what waits, made when needed. \param status goes with each message to the
+    /// web.
     AlarmOutbox(const QString& path, std::function<QJsonObject()> status, QObject* parent = nullptr);
 
     void add(const Alarm& alarm);

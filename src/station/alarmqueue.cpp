@@ -44,7 +44,8 @@ qint64 AlarmQueue::dueMs(qint64 nowMs) const
 {
     if (m_lastMs == 0 || m_lastMs > nowMs) // never, or with a clock that was put back
         return nowMs;
-    const qint64 wait = m_failures > 0 ? std::min(FirstRetryMs << std::min(m_failures - 1, 10), LongestRetryMs) : m_intervalMs;
+    const qint64 wait =
+        m_failures > 0 ? std::min(FirstRetryMs << std::min(m_failures - 1, 10), LongestRetryMs) : m_intervalMs;
     return m_lastMs + wait;
 }
 

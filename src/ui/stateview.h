@@ -8,8 +8,8 @@ class StatusBar;
 class TrayIcon;
 class VfdPanel;
 
-/// Shows the state of the station wherever it is to be seen: panel, status bar, tray icon and window title. In the title
-/// and the tray only what somebody should come for; their usual texts say the rest.
+/// Shows the state of the station wherever it is to be seen: panel, status bar, tray icon and window title. In the
+/// title and the tray only what somebody should come for; their usual texts say the rest.
 class StateView : public QObject {
     Q_OBJECT
 public:

@@ -4,6 +4,8 @@
 #include <QFile>
 #include <QThread>
 
+#include <csignal>
+
 namespace {
 
 bool answers()
@@ -11,6 +13,19 @@ bool answers()
     QProcess pactl;
     pactl.start(QStringLiteral("pactl"), {QStringLiteral("info")});
     return pactl.waitForFinished() && pactl.exitCode() == 0;
+}
+
+/// \return the server's number of the module; empty when it could not be loaded.
+QString loadModule(const QStringList& words)
+{
+    QProcess pactl;
+    pactl.start(QStringLiteral("pactl"), QStringList{QStringLiteral("load-module")} + words);
+    return pactl.waitForFinished() ? QString::fromLatin1(pactl.readAllStandardOutput().trimmed()) : QString();
+}
+
+bool unloadModule(const QString& number)
+{
+    return QProcess::execute(QStringLiteral("pactl"), {QStringLiteral("unload-module"), number}) == 0;
 }
 
 } // namespace
@@ -33,6 +48,11 @@ void PulseRig::kill()
     m_server.reset();
 }
 
+void PulseRig::freeze(bool frozen)
+{
+    ::kill(pid_t(m_server->processId()), frozen ? SIGSTOP : SIGCONT);
+}
+
 void PulseRig::play(const QByteArray& pcm, const QString& device)
 {
     play(pcm, {QStringLiteral("--device=") + device, QStringLiteral("--channels=2")});
@@ -45,17 +65,13 @@ bool PulseRig::addCard(int channels)
         m_cardChannels << QStringLiteral("aux%1").arg(i);
     const QString count = QStringLiteral("channels=%1").arg(channels);
     const QString map = QStringLiteral("channel_map=") + m_cardChannels.join(u',');
-    const QString pactl = QStringLiteral("pactl");
-    const QString load = QStringLiteral("load-module");
-    const QStringList sink{load,
-                           QStringLiteral("module-null-sink"),
+    const QStringList sink{QStringLiteral("module-null-sink"),
                            QStringLiteral("sink_name=multi"),
                            QStringLiteral("rate=44100"),
                            QStringLiteral("norewinds=1"),
                            count,
                            map};
-    const QStringList source{load,
-                             QStringLiteral("module-remap-source"),
+    const QStringList source{QStringLiteral("module-remap-source"),
                              QStringLiteral("source_name=multi_in"),
                              QStringLiteral("master=multi.monitor"),
                              QStringLiteral("source_properties=device.description=Multi"),
@@ -63,15 +79,26 @@ bool PulseRig::addCard(int channels)
                              count,
                              map,
                              QStringLiteral("master_") + map};
-    QProcess loading;
-    loading.start(pactl, sink);
-    m_card = loading.waitForFinished() ? QString::fromLatin1(loading.readAllStandardOutput().trimmed()) : QString();
-    return !m_card.isEmpty() && QProcess::execute(pactl, source) == 0;
+    m_card = loadModule(sink);
+    return !m_card.isEmpty() && !loadModule(source).isEmpty();
 }
 
 bool PulseRig::removeCard()
 {
-    return QProcess::execute(QStringLiteral("pactl"), {QStringLiteral("unload-module"), m_card}) == 0;
+    return unloadModule(m_card);
+}
+
+bool PulseRig::addInput(const QString& name, const QString& description)
+{
+    m_input = loadModule({QStringLiteral("module-remap-source"), QStringLiteral("master=program2.monitor"),
+                          QStringLiteral("source_name=") + name,
+                          QStringLiteral("source_properties=device.description=") + description});
+    return !m_input.isEmpty();
+}
+
+bool PulseRig::removeInput()
+{
+    return unloadModule(m_input);
 }
 
 void PulseRig::playIntoCard(const QByteArray& pcm)

@@ -1,6 +1,0 @@
-#include "capture/channelreader.h"
-
-AudioCapture* createChannelReader(const QAudioDevice&, const ChannelPick&, QObject*)
-{
-    return nullptr;
-}
