@@ -17,6 +17,7 @@
 #include "station/journal.h"
 #include "station/journalfeed.h"
 #include "station/playbackname.h"
+#include "station/recordingpause.h"
 #include "triggers/triggercontroller.h"
 
 #include <QCoreApplication>
@@ -92,6 +93,7 @@ void Station::createEngines(QObject* parent)
     m_audioWatch = new AudioWatch(m_recorder, this);
     m_clockWatch = new ClockWatch(this);
     m_diskSpace = new DiskSpace(this);
+    m_pause = new RecordingPause(this);
     m_playbackName = new PlaybackName(this);
 }
 
@@ -124,8 +126,11 @@ void Station::connectEngines()
     connect(m_recorder, &Recorder::stopped, this, &Station::onStopped);
     connect(m_schedule, &ScheduleController::logMessage, this, logAs(lcScheduler()));
     connect(m_housekeeper, &Housekeeper::logMessage, this, logAs(lcHousekeeper()));
-    connect(m_trigger, &TriggerController::logMessage, this, logAs(lcTrigger()));
+    connect(m_trigger, &TriggerController::errorOccurred, this, [this](const QString& text) { m_triggerError = text; });
+    connect(m_trigger, &TriggerController::logMessage, this,
+            [this](const QString& text) { addLine(lcTrigger(), text, text == std::exchange(m_triggerError, {})); });
     connect(m_trigger, &TriggerController::triggerStateChanged, this, &Station::updateWish);
+    connect(m_pause, &RecordingPause::changed, this, [this](bool paused) { paused ? onPauseBegan() : onPauseEnded(); });
     connect(m_updates, &UpdateChecker::updateAvailable, this, &Station::onUpdateAvailable);
     connect(m_updates, &UpdateChecker::upToDate, this, [this] { m_settings.save(); });
     connect(m_updates, &UpdateChecker::checkFailed, this, &Station::onUpdateCheckFailed);
@@ -216,11 +221,14 @@ void Station::checkForUpdatesAtStartup()
 void Station::startRecording()
 {
     m_recorder->start(Reason::text(Reason::Manual));
+    m_resumeByHand = false;
+    m_pause->end(); // after the start, so that schedule and trigger find a recording that was started by hand
 }
 
 void Station::stopRecording()
 {
     m_manual = false;
+    m_resumeByHand = false;
     m_recorder->stop(Reason::text(Reason::Manual));
     updateWish();
 }
@@ -231,6 +239,41 @@ void Station::toggleRecording()
         stopRecording();
     else
         startRecording();
+}
+
+void Station::pauseRecording(std::chrono::minutes length)
+{
+    m_pause->begin(length);
+}
+
+void Station::endPause()
+{
+    m_pause->end();
+}
+
+void Station::onPauseBegan()
+{
+    const bool byHand = m_manual || m_resumeByHand;
+    m_schedule->setPaused(true);
+    m_trigger->setPaused(true);
+    log(m_pause->text());
+    m_feed->paused(m_pause->until());
+    stopRecording();
+    m_resumeByHand = byHand;
+}
+
+/// The schedule has the first word, then an active trigger. What was started by hand goes on by hand; in automatic mode
+/// the schedule would stop it again.
+void Station::onPauseEnded()
+{
+    log(tr("The pause is over"));
+    m_feed->resumed();
+    const bool byHand = std::exchange(m_resumeByHand, false) && !m_settings.autoMode;
+    m_schedule->setPaused(false);
+    m_trigger->setPaused(false);
+    if (byHand)
+        m_recorder->start(Reason::text(Reason::Manual));
+    updateWish();
 }
 
 void Station::setAutomatic(bool on)
@@ -263,15 +306,32 @@ void Station::checkForUpdates()
 void Station::applySettings(bool wasRecording)
 {
     useFolder();
-    if (wasRecording) {
+    const bool triggerEnded = reloadTrigger();
+    // A recording that ended while the settings were being edited starts again only if somebody still wants it.
+    if (wasRecording && !triggerEnded && (m_recorder->isRecording() || m_wish.wanted)) {
         m_recorder->stop(Reason::text(Reason::SettingsChanged));
         m_recorder->start(Reason::text(Reason::SettingsChanged));
     }
-    m_trigger->reload();
     synchroniseAutomatic();
+    if (triggerEnded)
+        m_schedule->evaluate(); // in a marked hour it goes on at once
     log(tr("Settings saved"));
     updateWish();
     Q_EMIT settingsApplied();
+}
+
+/// A trigger that is made anew has forgotten that it is on, so nobody would ever end what it has started. Left as it
+/// is, it goes on with its recording and its run-on. \return whether a recording was ended.
+bool Station::reloadTrigger()
+{
+    if (m_trigger->isUpToDate())
+        return false;
+    const bool ends = m_recorder->isRecording() && m_startedBy == QLatin1String(Reason::Trigger);
+    if (ends)
+        m_recorder->stop(Reason::text(Reason::Trigger));
+    m_trigger->reload();
+    updateWish();
+    return ends;
 }
 
 void Station::reloadSettings()
@@ -336,9 +396,10 @@ void Station::updateWish()
 {
     if (m_exiting)
         return;
-    const RecordingWish wish =
-        RecordingWish::decide(m_settings.autoMode, m_settings.schedule.isActive(QDateTime::currentDateTime()),
-                              m_trigger->isActive(), m_manual);
+    RecordingWish wish;
+    if (!m_pause->isActive())
+        wish = RecordingWish::decide(m_settings.autoMode, m_settings.schedule.isActive(QDateTime::currentDateTime()),
+                                     m_trigger->isActive(), m_manual);
     if (wish != std::exchange(m_wish, wish))
         m_feed->wishChanged(wish);
 }
@@ -347,6 +408,8 @@ void Station::onStarted(const QString& reason)
 {
     if (reason == QLatin1String(Reason::Manual))
         m_manual = true;
+    if (reason != QLatin1String(Reason::SettingsChanged))
+        m_startedBy = reason;
     updateWish();
 }
 
@@ -415,7 +478,9 @@ StationStatus Station::status() const
     status.rightDb = m_rightDb;
     status.source = m_recorder->sourceDescription();
     status.secondsSinceAudio = m_audioWatch->secondsSinceAudio();
-    status.trigger = QLatin1String(!m_trigger->hasSource() ? "none" : m_trigger->isActive() ? "on" : "off");
+    status.trigger = QLatin1String(!m_trigger->isConfigured() ? "none" : m_trigger->isOn() ? "on" : "off");
+    status.paused = m_pause->isActive();
+    status.pausedUntil = m_pause->until();
     status.automatic = m_settings.autoMode;
     status.blockEnd = m_settings.autoMode ? m_settings.schedule.blockEnd(now) : QDateTime();
     status.freeBytes = m_diskSpace->freeBytes();

@@ -11,7 +11,8 @@ StatusBar::StatusBar(QWidget* parent) : QStatusBar(parent), m_trigger(new QLabel
     addPermanentWidget(version);
 }
 
-void StatusBar::showTrigger(bool configured, bool active)
+void StatusBar::showTrigger(bool configured, bool active, const QString& problem)
 {
     m_trigger->setText(!configured ? tr("Trigger: none") : active ? tr("Trigger: ON") : tr("Trigger: off"));
+    m_trigger->setToolTip(problem.isEmpty() ? QString() : QStringLiteral("<qt>%1</qt>").arg(problem.toHtmlEscaped()));
 }

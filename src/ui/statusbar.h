@@ -11,7 +11,8 @@ class StatusBar : public QStatusBar {
 public:
     explicit StatusBar(QWidget* parent = nullptr);
 
-    void showTrigger(bool configured, bool active);
+    /// \param problem what keeps it from working, for the tool tip; empty: nothing.
+    void showTrigger(bool configured, bool active, const QString& problem);
 
 Q_SIGNALS:
     void updateCheckRequested();
