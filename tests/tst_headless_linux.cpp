@@ -272,7 +272,7 @@ private Q_SLOTS:
     /// Settings saved while the trigger is on, or in its run-on, must not leave a recording that nobody ends.
     void triggerSurvivesSettings()
     {
-        const int contact = posix_openpt(O_RDWR | O_NOCTTY);
+        const int contact = posix_openpt(O_RDWR | O_NOCTTY | O_CLOEXEC);
         QVERIFY(contact >= 0 && grantpt(contact) == 0 && unlockpt(contact) == 0);
         QVERIFY(configure({"output/folder=" + recordings(), "state/auto=false", "trigger/kind=2",
                            QStringLiteral("trigger/serialPort=") + ptsname(contact), "trigger/holdSeconds=2"}));

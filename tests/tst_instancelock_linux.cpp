@@ -85,26 +85,41 @@ private Q_SLOTS:
         const QString besideIt = "tidewell." + lockUserName() + ".lock";
         const QByteArray host = QSysInfo::machineHostName().toUtf8();
         const QByteArray self = QFileInfo(QCoreApplication::applicationFilePath()).fileName().toUtf8();
-        row("nothing", [] { return true; }, true, usual);
-        row("an empty file", [=] { return write(usual, {}); }, true, usual);
-        row("rubbish", [=] { return write(usual, "\xff\x00-1\n\n"); }, true, usual);
-        row("a dead process", [=] { return write(usual, madeBy(0x3ffffff, self, host)); }, true, usual);
-        row("another computer's name", [=] { return write(usual, madeBy(getpid(), self, "elsewhere")); }, true, usual);
-        row("the number is a living process of this program's by now",
+        row(
+            "nothing", [] { return true; }, true, usual);
+        row(
+            "an empty file", [=] { return write(usual, {}); }, true, usual);
+        row(
+            "rubbish", [=] { return write(usual, "\xff\x00-1\n\n"); }, true, usual);
+        row(
+            "a dead process", [=] { return write(usual, madeBy(0x3ffffff, self, host)); }, true, usual);
+        row(
+            "another computer's name", [=] { return write(usual, madeBy(getpid(), self, "elsewhere")); }, true, usual);
+        row(
+            "the number is a living process of this program's by now",
             [=] { return write(usual, madeBy(getpid(), self, host)); }, true, usual);
-        row("a folder of that name", [=] { return QDir::temp().mkdir(usual); }, true, besideIt);
-        row("a link of that name", [=] { return QFile::link("/dev/null", QDir::temp().filePath(usual)); }, true,
+        row(
+            "a folder of that name", [=] { return QDir::temp().mkdir(usual); }, true, besideIt);
+        row(
+            "a link of that name", [=] { return QFile::link("/dev/null", QDir::temp().filePath(usual)); }, true,
             besideIt);
-        row("a living instance", [this] { return start(geteuid()); }, false, "");
-        row("the folder is missing", [] { return qputenv("TMPDIR", "/nowhere/at/all"); }, true, "");
-        row("no file can be made in the folder", [] { return qputenv("TMPDIR", "/proc"); }, true, "");
-        row("the disk is full", [] { return fillDisk(); }, true, "");
+        row(
+            "a living instance", [this] { return start(geteuid()); }, false, "");
+        row(
+            "the folder is missing", [] { return qputenv("TMPDIR", "/nowhere/at/all"); }, true, "");
+        row(
+            "no file can be made in the folder", [] { return qputenv("TMPDIR", "/proc"); }, true, "");
+        row(
+            "the disk is full", [] { return fillDisk(); }, true, "");
         if (geteuid() != 0)
             return; // nobody else can act for other users
-        row("another user's, stale",
+        row(
+            "another user's, stale",
             [=] { return write(usual, madeBy(0x3ffffff, self, "elsewhere")) && give(usual, Nobody); }, true, besideIt);
-        row("another user's living instance", [this] { return start(Nobody); }, true, besideIt);
-        row("a living instance that found another user's",
+        row(
+            "another user's living instance", [this] { return start(Nobody); }, true, besideIt);
+        row(
+            "a living instance that found another user's",
             [=, this] {
                 // Gone in the meantime.
                 return write(usual, {}) && give(usual, Nobody) && start(geteuid()) &&

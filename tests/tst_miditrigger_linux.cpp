@@ -93,8 +93,11 @@ private Q_SLOTS:
         QTRY_VERIFY(!MidiTrigger::devices().isEmpty());
         QVERIFY(!trigger.start());
         QCOMPARE(story.takeLast(), "The MIDI input keyboard:out was removed.");
-        QTRY_VERIFY(connected());
-        QVERIFY(trigger.start());
+        const auto isBack = [&] {
+            keyboard.reset(); // JACK frees its name a moment later
+            return connected() && trigger.start();
+        };
+        QTRY_VERIFY(isBack());
         story.clear();
         QTRY_VERIFY(arrives({0x99, 60, 100}));
         QTest::qWait(300);

@@ -39,8 +39,9 @@ bool InstanceLock::take()
         return false;
     }
     m_lock.reset();
-    m_problem = tr("No lock can be made in the temporary folder %1. A second start of this channel would not be noticed.")
-                    .arg(QDir::toNativeSeparators(QDir::tempPath()));
+    m_problem =
+        tr("No lock can be made in the temporary folder %1. A second start of this channel would not be noticed.")
+            .arg(QDir::toNativeSeparators(QDir::tempPath()));
     return true;
 }
 

@@ -72,7 +72,7 @@ std::chrono::milliseconds RestartHistory::add(const QString& path, qint64 nowMs)
     const auto waits = wait(restarts, nowMs);
     restarts.append({nowMs, waits.count()});
     const QByteArray text = toText(restarts.mid(std::max<qsizetype>(0, restarts.size() - MaxRestarts)));
-    const bool isKept = isOpen && file.seek(0) && file.write(text.leftJustified(FileBytes, '\n', true)) == FileBytes &&
-                        file.flush();
+    const bool isKept =
+        isOpen && file.seek(0) && file.write(text.leftJustified(FileBytes, '\n', true)) == FileBytes && file.flush();
     return isKept ? waits : std::max(waits, FirstWait);
 }
