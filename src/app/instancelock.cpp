@@ -31,17 +31,17 @@ bool InstanceLock::take()
     if (!held && lockHolder(usual) == LockHolder::ThisUser)
         return false;
     // An instance that found another user's file may still hold the second one, with the first one free by now.
-    const bool heldBeside = lockHolder(besideIt) == LockHolder::ThisUser;
-    if (!heldBeside && (held || tryToHold(besideIt)))
+    bool isFree = lockHolder(besideIt) != LockHolder::ThisUser;
+    if (isFree && (held || tryToHold(besideIt)))
         return true;
-    if (heldBeside || lockHolder(besideIt) == LockHolder::ThisUser) {
-        m_lock.reset();
-        return false;
-    }
+    isFree = isFree && lockHolder(besideIt) != LockHolder::ThisUser; // nor taken just now
     m_lock.reset();
+    if (!isFree)
+        return false;
+    const QString folder = QDir::tempPath().isEmpty() ? qEnvironmentVariable("TMPDIR") : QDir::tempPath();
     m_problem =
         tr("No lock can be made in the temporary folder %1. A second start of this channel would not be noticed.")
-            .arg(QDir::toNativeSeparators(QDir::tempPath()));
+            .arg(QDir::toNativeSeparators(folder));
     return true;
 }
 

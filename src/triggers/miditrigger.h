@@ -8,8 +8,8 @@
 /// A MIDI note or controller as trigger. Every matching message gives a signal, repeats included. start() takes
 /// channel and number from the settings, for the thread on which the messages come in.
 ///
-/// A device that is gone is noticed within 2 seconds, where the system stops listing it. start() then waits for that
-/// very device: the number in the settings may be another one's by now.
+/// A device that is gone is noticed within 2 seconds, where the system stops listing it; the end of a JACK server is
+/// not noticed. start() then waits for that very device: the number in the settings may be another one's by now.
 class MidiTrigger : public TriggerSource {
     Q_OBJECT
 public:
