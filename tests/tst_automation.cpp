@@ -11,6 +11,7 @@
 #include "triggers/triggersource.h"
 
 #include <QDir>
+#include <QElapsedTimer>
 #include <QSignalSpy>
 #include <QTemporaryDir>
 
@@ -24,13 +25,23 @@ public:
     {
         if (fails)
             Q_EMIT errorOccurred(QStringLiteral("Cannot open it."));
+        m_open = !fails;
         return !fails;
     }
     void stop() override {}
-    bool isActive() const override { return true; }
+    bool isActive() const override { return m_open; }
     QString description() const override { return {}; }
 
+    void lose()
+    {
+        m_open = false;
+        Q_EMIT errorOccurred(QStringLiteral("It is gone."));
+    }
+
     static inline bool fails = false;
+
+private:
+    bool m_open = false;
 };
 
 } // namespace
@@ -177,12 +188,115 @@ private Q_SLOTS:
         TriggerController controller(m_recorder.get(), nullptr,
                                      [](int, QObject* parent) { return new ScriptedTrigger(parent); });
         QSignalSpy lines(&controller, &TriggerController::logMessage);
+        QSignalSpy errors(&controller, &TriggerController::errorOccurred);
         controller.reload();
         QCOMPARE(lines, (QList<QVariantList>{{"Cannot open it."}}));
+        QCOMPARE(errors, lines);
         QVERIFY(!controller.hasSource());
+        QVERIFY(controller.isConfigured() && !controller.isUpToDate()); // not none; saving again tries again
+        QCOMPARE(controller.problem(), "Cannot open it.");
         controller.onTriggeredOn();
         QVERIFY(!m_recorder->isRecording());
         QVERIFY(!TriggerController::createSource(4, nullptr));
+    }
+
+    /// It keeps what it had, and is opened again every 5 seconds without a further word until it is back.
+    void triggerThatIsLost()
+    {
+        m_settings.autoMode = false;
+        QPointer<ScriptedTrigger> source;
+        TriggerController controller(m_recorder.get(), nullptr,
+                                     [&](int, QObject* parent) { return source = new ScriptedTrigger(parent); });
+        QSignalSpy lines(&controller, &TriggerController::logMessage);
+        QSignalSpy errors(&controller, &TriggerController::errorOccurred);
+        controller.reload();
+        Q_EMIT source->triggeredOn();
+        ScriptedTrigger::fails = true;
+        lines.clear();
+        source->lose();
+        QCOMPARE(lines, (QList<QVariantList>{{"It is gone."}}));
+        QVERIFY(!controller.isOn() && controller.isUpToDate());
+        QTest::qWait(5500); // one try that fails
+        ScriptedTrigger::fails = false;
+        QTRY_COMPARE_WITH_TIMEOUT(lines.size(), 2, 8000);
+        QVERIFY(lines.last().first().toString().startsWith("The trigger is back"));
+        QCOMPARE(errors.size(), 1);
+        QVERIFY(controller.isOn());
+        QVERIFY2(m_recorder->isRecording() && m_story == QStringList("Recording started (trigger)"),
+                 qPrintable(m_story.join(u'|')));
+        m_settings.onCommand += u'x';
+        QVERIFY(!controller.isUpToDate());
+        m_settings.onCommand.chop(1);
+        ++m_settings.holdSeconds;
+        QVERIFY(controller.isUpToDate());
+    }
+
+    /// A coarse timer ends on the half second where that is within 5 % of its time.
+    void runOnIsExact()
+    {
+        m_settings.autoMode = false;
+        m_settings.holdSeconds = 2;
+        QPointer<ScriptedTrigger> source;
+        TriggerController controller(nullptr, nullptr,
+                                     [&](int, QObject* parent) { return source = new ScriptedTrigger(parent); });
+        controller.reload();
+        Q_EMIT source->triggeredOn();
+        QElapsedTimer clock;
+        qint64 afterMs = 0;
+        connect(&controller, &TriggerController::triggerStateChanged, this, [&] { afterMs = clock.elapsed(); });
+        do {
+            QTest::qWait(1);
+            clock.start();
+        } while (clock.msecsSinceReference() % 500 < 80 || clock.msecsSinceReference() % 500 > 90);
+        Q_EMIT source->triggeredOff();
+        QTRY_VERIFY_WITH_TIMEOUT(afterMs > 0, 4000);
+        QVERIFY2(qAbs(afterMs - 2000) <= 50, qPrintable(QString::number(afterMs)));
+    }
+
+    /// Neither schedule nor trigger starts anything, nor says so. What is wanted when the pause ends starts at once.
+    void pausesQuietly()
+    {
+        m_settings.schedule.setAll(true);
+        m_settings.holdSeconds = 0;
+        ScheduleController schedule(m_recorder.get());
+        connect(&schedule, &ScheduleController::logMessage, this, [this](const QString& text) { m_story << text; });
+        QPointer<ScriptedTrigger> source;
+        TriggerController trigger(m_recorder.get(), nullptr,
+                                  [&](int, QObject* parent) { return source = new ScriptedTrigger(parent); });
+        trigger.reload();
+        schedule.setPaused(true);
+        trigger.setPaused(true);
+        schedule.evaluate();
+        Q_EMIT source->triggeredOn();
+        QVERIFY(trigger.isActive());
+        QCOMPARE(m_story, QStringList());
+        m_settings.autoMode = false;
+        trigger.setPaused(false);
+        QCOMPARE(std::exchange(m_story, {}), QStringList("Recording started (trigger)"));
+        trigger.setPaused(true);
+        Q_EMIT source->triggeredOff();
+        QCOMPARE(m_story, QStringList()); // the pause has stopped the recording, or somebody started it by hand
+        trigger.setPaused(false);
+        m_recorder->stop("manual");
+        m_story.clear();
+        m_settings.autoMode = true;
+        schedule.setPaused(false);
+        QCOMPARE(m_story.last(), "Recording started (scheduler)");
+    }
+
+    void findsAMidiDeviceAgain_data()
+    {
+        const Table<QStringList, QString, int> row;
+        row("as it was", {"a", "Keys:Keys 20:0"}, "Keys:Keys 20:0", 1);
+        row("with other numbers", {"a 20:0", "Keys:Keys 24:0"}, "Keys:Keys 20:0", 1);
+        row("of two the one with its numbers", {"Keys 20:0", "Keys 24:0"}, "Keys 24:0", 1);
+        row("another one", {"Keys 2"}, "Keys 3", -1);
+        row("none", {}, "Keys", -1);
+    }
+    void findsAMidiDeviceAgain()
+    {
+        const auto [names, name, index] = Table<QStringList, QString, int>::fetch();
+        QCOMPARE(midiDeviceIndex(names, name), index);
     }
 
     void oldRecordingsGo()

@@ -1,4 +1,5 @@
 #include "app/crashrestart.h"
+#include "app/restarthistory.h"
 #include "support/table.h"
 
 #include <QDir>
@@ -45,6 +46,7 @@ class TestCrashRestart : public QObject {
     Q_OBJECT
 
     using EndsAndRestartsRows = Table<QString, bool, int>;
+    using Waits = Table<QList<int>, QList<int>>; // seconds that each run lasted; that the restart after it waits
 
 private Q_SLOTS:
     void endsAndRestarts_data()
@@ -80,6 +82,42 @@ private Q_SLOTS:
             QTRY_VERIFY(restarted());
         else
             QVERIFY(!QTest::qWaitFor(restarted, 500));
+    }
+
+    void waitsLongerAndLonger_data()
+    {
+        const Waits row;
+        row("at once, again and again", {0, 0, 0, 0, 0, 0, 0, 0, 0}, {0, 0, 5, 10, 20, 40, 60, 60, 60});
+        row("twice per minute", {40, 25, 40, 25, 40}, {0, 0, 0, 0, 0});
+        row("three times per minute", {20, 20, 20, 20, 20}, {0, 0, 5, 10, 10});
+        row("a good hour in between", {1, 1, 1, 3600, 1, 1}, {0, 0, 5, 0, 0, 5});
+        row("the clock is set back", {1, 1, -3600, 1, 1}, {0, 0, 0, 0, 5});
+    }
+    void waitsLongerAndLonger()
+    {
+        const auto [lengths, waits] = Waits::fetch();
+        QTemporaryDir folder;
+        const QString path = folder.filePath("new/restarts.txt");
+        qint64 nowMs = 1'800'000'000'000;
+        QList<int> seconds;
+        for (const int length : lengths) {
+            nowMs += length * 1000;
+            const auto wait = RestartHistory::add(path, nowMs);
+            nowMs += wait.count();
+            seconds << int(wait.count() / 1000);
+        }
+        QCOMPARE(seconds, waits);
+        QCOMPARE(QFileInfo(path).size(), 512); // it never grows
+    }
+
+    void standsRubbish()
+    {
+        using RestartHistory::Restart;
+        QCOMPARE(RestartHistory::fromText("1 2\n\xff\n3\n4 -5\n6 99999999999\n 7 8\n9 10 11\n-1 0\n"
+                                          "9223372036854775807 1\n12 13"),
+                 (QList<Restart>{{1, 2}, {12, 13}}));
+        // A restart that nobody will remember waits, for all we know it is the hundredth.
+        QCOMPARE(RestartHistory::add("/proc/nobody/writes/here", 1).count(), 5000);
     }
 };
 

@@ -6,6 +6,7 @@
 
 #include <QCryptographicHash>
 #include <QDirIterator>
+#include <QElapsedTimer>
 #include <QJsonArray>
 #include <QJsonDocument>
 #include <QProcess>
@@ -13,6 +14,8 @@
 #include <QTest>
 
 #include <csignal>
+#include <cstdlib>
+#include <fcntl.h>
 #include <memory>
 #include <sys/socket.h>
 #include <sys/un.h>
@@ -264,6 +267,74 @@ private Q_SLOTS:
 
         QCOMPARE(run({"--profile", "b", "--exit"}), 0);
         QTRY_COMPARE(run({"--profile", "b", "--status"}), 2);
+    }
+
+    /// Settings saved while the trigger is on, or in its run-on, must not leave a recording that nobody ends.
+    void triggerSurvivesSettings()
+    {
+        const int contact = posix_openpt(O_RDWR | O_NOCTTY | O_CLOEXEC);
+        QVERIFY(contact >= 0 && grantpt(contact) == 0 && unlockpt(contact) == 0);
+        QVERIFY(configure({"output/folder=" + recordings(), "state/auto=false", "trigger/kind=2",
+                           QStringLiteral("trigger/serialPort=") + ptsname(contact), "trigger/holdSeconds=2"}));
+        const auto program = startHeadless();
+        QTRY_COMPARE_WITH_TIMEOUT(status().value("trigger").toString(), "off", 10'000);
+        const auto say = [contact](const QByteArray& line) {
+            QCOMPARE(write(contact, line, size_t(line.size())), line.size());
+        };
+        say("REC ON\n");
+        QTRY_VERIFY_WITH_TIMEOUT(isRecording(), 5'000);
+        QCOMPARE(run({"--set", "output/splitMinutes=30"}), 0);
+        QCOMPARE(status().value("trigger").toString(), "on");
+        QVERIFY(status().value("recording").toBool());
+        say("REC OFF\n");
+        QTest::qWait(500);
+        QCOMPARE(run({"--set", "trigger/holdSeconds=3"}), 0);
+        QVERIFY(status().value("recording").toBool());
+        QTRY_VERIFY_WITH_TIMEOUT(!status().value("recording").toBool(), 4'000);
+
+        say("REC ON\n");
+        QTRY_VERIFY_WITH_TIMEOUT(isRecording(), 5'000);
+        QCOMPARE(run({"--set", "trigger/onCommand=GO"}), 0);
+        QVERIFY(!status().value("recording").toBool());
+        QVERIFY(!status().value("wanted").toBool());
+        say("GO\n");
+        QTRY_VERIFY_WITH_TIMEOUT(isRecording(), 5'000);
+        close(contact); // the adapter is unplugged: told once, and the recording goes on
+        QTRY_VERIFY_WITH_TIMEOUT(status().value("lastError").toString().contains("was lost"), 5'000);
+        QCOMPARE(status().value("trigger").toString(), "off");
+        QVERIFY(status().value("recording").toBool());
+        QCOMPARE(run({"--exit"}), 0);
+        QVERIFY(program->waitForFinished(10'000));
+        const QByteArray told = journal(recordings());
+        QCOMPARE(told.count("\"reason\":\"trigger\""), 5); // three starts, two stops
+        QCOMPARE(told.count("was lost"), 1);
+    }
+
+    void waitsBeforeTheThirdRestart()
+    {
+        QVERIFY(configure({"output/folder=" + recordings(), "general/restartOnCrash=true"}));
+        auto program = startHeadless();
+        qint64 previous = 0, id = 0;
+        const auto running = [&] {
+            QFile lock(home() + "/tidewell.lock");
+            id = lock.open(QIODevice::ReadOnly) ? lock.readLine().trimmed().toLongLong() : 0;
+            return id != 0 && id != previous && run({"--status"}) != 2;
+        };
+        QList<int> seconds;
+        for (int crash = 0; crash < 4; ++crash) {
+            QElapsedTimer clock;
+            clock.start();
+            QTRY_VERIFY_WITH_TIMEOUT(running(), 20'000);
+            seconds << int(clock.elapsed() / 1000);
+            previous = id;
+            if (crash < 3)
+                kill(pid_t(id), SIGSEGV);
+        }
+        QVERIFY2(seconds[1] < 4 && seconds[2] < 4, "the first two at once");
+        QVERIFY2(seconds[3] >= 5 && seconds[3] < 10, qPrintable(QString::number(seconds[3])));
+        QCOMPARE(run({"--exit"}), 0);
+        QTRY_COMPARE(run({"--status"}), 2);
+        QVERIFY(journal(recordings()).contains("has waited for 5 seconds"));
     }
 
     void hashesEveryFileInTheEnd()

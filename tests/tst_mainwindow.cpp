@@ -3,16 +3,21 @@
 #include "net/updatechecker.h"
 #include "settings/appsettings.h"
 #include "station/diskspace.h"
+#include "station/recordingpause.h"
+#include "station/station.h"
 #include "support/table.h"
 #include "ui/capturediagnostics.h"
 #include "ui/closedialog.h"
 #include "ui/loglist.h"
 #include "ui/mainwindow.h"
+#include "ui/pausebutton.h"
 #include "ui/statustexts.h"
 #include "ui/updatedialog.h"
+#include "ui/vfdpanel.h"
 
 #include <QCheckBox>
 #include <QLabel>
+#include <QMenu>
 #include <QPushButton>
 #include <QSettings>
 #include <QSignalSpy>
@@ -243,6 +248,45 @@ private Q_SLOTS:
         box->click();
         QVERIFY(!settings.autoMode);
         QCOMPARE(linesWith(log, QStringLiteral("Scheduler disabled")), 1);
+    }
+
+    void pausesFromItsMenu()
+    {
+        MainWindow window;
+        auto* button = window.findChild<PauseButton*>();
+        const QList<QAction*> actions = button->menu()->actions();
+        QVERIFY(!actions.last()->isEnabled());
+        actions.first()->trigger();
+        const RecordingPause* pause = window.station()->pause();
+        QVERIFY(pause->isActive());
+        QVERIFY(window.findChild<VfdPanel*>()->accessibleDescription().endsWith(pause->text()));
+        actions.last()->trigger(); // go on
+        QVERIFY(!pause->isActive());
+        QVERIFY(!window.findChild<VfdPanel*>()->accessibleDescription().contains(QStringLiteral("Paused")));
+    }
+
+    void tellsATriggerThatFailedFromNone()
+    {
+        AppSettings& settings = AppSettings::instance();
+        settings.triggerKind = int(TriggerKind::SerialText);
+        settings.serialPort = QStringLiteral("no-such-port");
+        MainWindow window;
+        settings.triggerKind = int(TriggerKind::None);
+        const auto find = [&](const QString& start) {
+            for (auto* label : window.findChildren<QLabel*>()) {
+                if (label->text().startsWith(start))
+                    return label;
+            }
+            return static_cast<QLabel*>(nullptr);
+        };
+        const QLabel* label = find(QStringLiteral("Trigger: "));
+        QCOMPARE(label->text(), QStringLiteral("Trigger: off"));
+        QVERIFY(!label->toolTip().isEmpty());
+        QCOMPARE(window.station()->status().trigger, QStringLiteral("off"));
+        QVERIFY(!window.station()->status().lastError.isEmpty());
+        window.station()->applySettings(false);
+        QCOMPARE(label->text(), QStringLiteral("Trigger: none"));
+        QVERIFY(label->toolTip().isEmpty());
     }
 
     void describesSourceCodecAndDisk()

@@ -84,6 +84,25 @@ private Q_SLOTS:
         send({0x89, 60, 64});
         QTRY_COMPARE(story, QStringList({"off", "on", "off"}));
 
+        // Unplugged: noticed, and no other device takes its place.
+        keyboard.reset();
+        QTRY_VERIFY(!trigger.isActive());
+        QCOMPARE(story.takeLast(), "The MIDI input keyboard:out was removed.");
+        auto other = std::make_unique<RtMidiOut>(RtMidi::UNIX_JACK, "other");
+        other->openVirtualPort("out");
+        QTRY_VERIFY(!MidiTrigger::devices().isEmpty());
+        QVERIFY(!trigger.start());
+        QCOMPARE(story.takeLast(), "The MIDI input keyboard:out was removed.");
+        const auto isBack = [&] {
+            keyboard.reset(); // JACK frees its name a moment later
+            return connected() && trigger.start();
+        };
+        QTRY_VERIFY(isBack());
+        story.clear();
+        QTRY_VERIFY(arrives({0x99, 60, 100}));
+        QTest::qWait(300);
+        story = QStringList{{}, {}, {}};
+
         trigger.stop();
         send({0x99, 60, 100});
         QTest::qWait(200);

@@ -21,6 +21,7 @@ namespace {
 int inputLines = 0;
 int outputLines = 0;
 bool unplugged = false;
+bool withoutLines = false;
 
 } // namespace
 
@@ -33,8 +34,8 @@ extern "C" int ioctl(int fd, unsigned long request, ...) noexcept
     va_end(list);
     if (request != TIOCMGET && request != TIOCMSET && request != TIOCMBIS && request != TIOCMBIC)
         return int(syscall(SYS_ioctl, fd, request, argument));
-    if (unplugged) {
-        errno = EIO;
+    if (unplugged || withoutLines) {
+        errno = unplugged ? EIO : ENOTTY;
         return -1;
     }
     if (request == TIOCMGET)
@@ -66,6 +67,7 @@ private Q_SLOTS:
         inputLines = 0;
         outputLines = 0;
         unplugged = false;
+        withoutLines = false;
     }
 
     void cleanup() { close(m_peer); }
@@ -120,6 +122,27 @@ private Q_SLOTS:
         QVERIFY(write(m_peer, " OFF\n", 5) == 5);
         QTRY_COMPARE(off.size(), 1);
         QCOMPARE(on.size(), 1);
+    }
+
+    /// It is said once, and a line that cannot be read is not a line that is low.
+    void linesThatCannotBeRead()
+    {
+        inputLines = TIOCM_CTS;
+        SerialTrigger trigger(SerialTrigger::Mode::ControlLine);
+        QSignalSpy on(&trigger, &TriggerSource::triggeredOn);
+        QSignalSpy off(&trigger, &TriggerSource::triggeredOff);
+        QSignalSpy errors(&trigger, &TriggerSource::errorOccurred);
+        QVERIFY(trigger.start());
+        QTRY_COMPARE(on.size(), 1);
+        withoutLines = true;
+        QTRY_COMPARE(errors.size(), 1);
+        QTest::qWait(200);
+        QCOMPARE(errors.size(), 1);
+        QVERIFY(errors[0][0].toString().startsWith("The lines of pts/"));
+        QVERIFY(trigger.isActive());
+        withoutLines = false;
+        QTRY_COMPARE(on.size(), 2); // once more, as the last is long ago
+        QCOMPARE(off.size(), 0);
     }
 
     void peerGone_data()

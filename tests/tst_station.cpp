@@ -1,10 +1,12 @@
 #include "archive/archiveindex.h"
 #include "engine/recorder.h"
+#include "engine/schedulecontroller.h"
 #include "process/worker.h"
 #include "settings/appsettings.h"
 #include "station/clockwatch.h"
 #include "station/controlserver.h"
 #include "station/folderlock.h"
+#include "station/recordingpause.h"
 #include "station/station.h"
 #include "support/table.h"
 
@@ -188,6 +190,74 @@ private Q_SLOTS:
         station.stopRecording();
         QVERIFY(!station.status().wish.wanted);
         QVERIFY(station.status().toJson().value("wantedBy").isNull());
+    }
+
+    void pauseEndsByItself_data()
+    {
+        const Table<int, int, bool> row; // minutes of the pause; the clock then says that so many have passed; is over
+        row("not yet", 15, 14, false);
+        row("over", 15, 15, true);
+        row("the clock was set forward", 15, 120, true);
+        row("never by itself", 0, 10'000, false);
+    }
+    void pauseEndsByItself()
+    {
+        const auto [minutes, passed, over] = Table<int, int, bool>::fetch();
+        QDateTime now(QDate(2024, 3, 5), QTime(15, 10));
+        RecordingPause pause(nullptr, [&now] { return now; });
+        QSignalSpy changes(&pause, &RecordingPause::changed);
+        pause.begin(std::chrono::minutes(minutes));
+        QCOMPARE(pause.text(), minutes > 0 ? "Paused until 15:25" : "Paused until you start it");
+        now = now.addSecs(60 * passed);
+        if (over)
+            QTRY_VERIFY(!pause.isActive()); // it looks by itself
+        else
+            pause.look();
+        QCOMPARE(changes.size(), over ? 2 : 1);
+        QCOMPARE(pause.text().isEmpty(), over);
+    }
+
+    /// Every try to record is an error here, as there is no stream: so it is seen who tries.
+    void startsNothingWhilePaused()
+    {
+        AppSettings& settings = AppSettings::instance();
+        settings.backend = int(CaptureBackend::Stream);
+        settings.streamUrl.clear();
+        settings.autoMode = true;
+        settings.schedule.setAll(true);
+        Station station;
+        QSignalSpy errors(&station, &Station::errorLogged);
+        station.begin();
+        QTRY_COMPARE(errors.size(), 1);
+        QVERIFY(station.status().wish.wanted);
+        station.pauseRecording(std::chrono::minutes(15));
+        QVERIFY(!station.status().wish.wanted);
+        const QJsonObject status = station.status().toJson();
+        QVERIFY(status.value("paused").toBool() && status.value("pausedUntil").isString());
+        station.schedule()->forceEvaluate();
+        station.setSchedule(settings.schedule);
+        station.applySettings(true);
+        QCOMPARE(errors.size(), 1);
+        station.endPause();
+        QCOMPARE(errors.size(), 2);
+        QVERIFY(station.status().wish.wanted && station.status().toJson().value("pausedUntil").isNull());
+
+        station.pauseRecording(std::chrono::minutes(0));
+        station.startRecording(); // the operator's word counts, and ends the pause
+        QVERIFY(errors.size() > 2 && !station.pause()->isActive());
+
+        // What was started by hand goes on afterwards, unless it was stopped by hand in between.
+        settings.autoMode = false;
+        station.applySettings(false);
+        for (const bool stopped : {false, true}) {
+            Q_EMIT station.recorder()->started("manual");
+            errors.clear();
+            station.pauseRecording(std::chrono::minutes(0));
+            if (stopped)
+                station.stopRecording();
+            station.endPause();
+            QCOMPARE(errors.size(), stopped ? 0 : 1);
+        }
     }
 
 private:

@@ -111,6 +111,7 @@ std::variant<CommandLine, QString> CommandLine::parse(const QStringList& argumen
             return tr("Only one of these options can be given at a time; --help lists them.");
         line.action = option.action;
     }
+    line.restarted = parser.isSet(QString::fromLatin1(CrashRestart::RestartedArgument).mid(2));
     line.profile = parser.value(QStringLiteral("profile"));
     if (parser.isSet(QStringLiteral("profile")) && !Channel::isValidName(line.profile))
         return tr("The name of a channel has 1 to %1 letters, digits, - and _.").arg(Channel::MaxNameLength);

@@ -19,6 +19,7 @@ public:
     QString key; ///< Get: empty for all
     QJsonObject values; ///< Set: texts by their keys; a secret's text is empty until it was read
     QStringList secrets; ///< Set: keys whose values come from the standard input, one line per key, in this order
+    bool restarted = false; ///< started by a process that has crashed
     QString file; ///< Support: what to write
 
     /// \param arguments with the program's name first. \return the value, or what is wrong, as a sentence.

@@ -5,7 +5,7 @@
 
 /// Starts the program anew after it has crashed.
 namespace CrashRestart {
-/// Passed to the new process, to mark it; has no other effect.
+/// Passed to the new process, to mark it: one that crashes again and again is made to wait.
 inline constexpr char RestartedArgument[] = "--restarted";
 
 /// Arms the handlers for SIGSEGV, SIGABRT, SIGFPE, SIGILL and for uncaught exceptions. On a crash they write the crash

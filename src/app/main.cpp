@@ -1,6 +1,7 @@
 #include "app/clientcommands.h"
 #include "app/commandline.h"
 #include "app/consoletwin.h"
+#include "app/instancelock.h"
 #include "app/servicemanager.h"
 #include "app/startup.h"
 #include "app/terminationsignals.h"
@@ -34,19 +35,27 @@ void listen(ControlServer& control, Station& station)
                              .arg(control.errorString()));
 }
 
+void mentionLock(const InstanceLock& lock, Station& station)
+{
+    if (!lock.problem().isEmpty())
+        station.log(lock.problem());
+}
+
 int runWindow(const CommandLine& line)
 {
     QApplication::setWindowIcon(QIcon(QStringLiteral(":/branding/icon.png")));
     Theme::apply(AppSettings::instance().theme);
     StartUp::armCrashHandlers(line);
-    StartUp::InstanceLock lock;
+    const auto waited = StartUp::waitAfterCrashes(line);
+    InstanceLock lock;
     if (!lock.take()) {
         QMessageBox::information(nullptr, QCoreApplication::translate("main", "Tidewell"), alreadyRunning());
         return 0;
     }
     QApplication::setQuitOnLastWindowClosed(false);
     MainWindow window;
-    StartUp::mentionCrash(*window.station());
+    StartUp::mentionCrash(*window.station(), waited);
+    mentionLock(lock, *window.station());
     ControlServer control(*window.station());
     QObject::connect(&control, &ControlServer::showRequested, &window, &MainWindow::bringToFront);
     listen(control, *window.station());
@@ -60,7 +69,8 @@ int runWindow(const CommandLine& line)
 int runHeadless(const CommandLine& line)
 {
     StartUp::armCrashHandlers(line);
-    StartUp::InstanceLock lock;
+    const auto waited = StartUp::waitAfterCrashes(line);
+    InstanceLock lock;
     if (!lock.take()) {
         std::fprintf(stderr, "%s\n", qPrintable(alreadyRunning()));
         return ClientCommands::Failed;
@@ -75,7 +85,8 @@ int runHeadless(const CommandLine& line)
     QObject::connect(&station, &Station::exitRequested, &station, [] { QCoreApplication::exit(); });
     listen(control, station);
     station.begin();
-    StartUp::mentionCrash(station);
+    StartUp::mentionCrash(station, waited);
+    mentionLock(lock, station);
     manager.ready();
     const int status = QCoreApplication::exec();
     AppSettings::instance().saveSerial(); // a window saves all when it goes

@@ -2,21 +2,21 @@
 
 #include "app/crashreport.h"
 #include "app/crashrestart.h"
+#include "app/restarthistory.h"
 #include "app/servicemanager.h"
 #include "settings/appsettings.h"
 #include "settings/channel.h"
 #include "station/station.h"
 
 #include <QCoreApplication>
+#include <QDateTime>
 #include <QDir>
 #include <QLibraryInfo>
 #include <QLocale>
+#include <QThread>
 #include <QTranslator>
 
-#include <chrono>
 #include <memory>
-
-using namespace std::chrono_literals;
 
 namespace {
 
@@ -60,18 +60,22 @@ void StartUp::armCrashHandlers(const CommandLine& line)
     CrashRestart::install(wanted, line.restartArguments());
 }
 
-void StartUp::mentionCrash(Station& station)
+std::chrono::seconds StartUp::waitAfterCrashes(const CommandLine& line)
 {
+    if (!line.restarted)
+        return {};
+    const auto wait = RestartHistory::add(Channel::dataFolder() + QStringLiteral("/restarts.txt"),
+                                          QDateTime::currentMSecsSinceEpoch());
+    QThread::msleep(static_cast<unsigned long>(wait.count()));
+    return std::chrono::floor<std::chrono::seconds>(wait);
+}
+
+void StartUp::mentionCrash(Station& station, std::chrono::seconds waited)
+{
+    if (waited.count() > 0)
+        station.log(QCoreApplication::translate(
+                        "StartUp", "Tidewell crashed again and again, so this start has waited for %1 seconds.")
+                        .arg(waited.count()));
     if (const QString report = CrashReport::takeLast(Station::journalFolder()); !report.isEmpty())
         station.reportCrash(report);
-}
-
-StartUp::InstanceLock::InstanceLock() : m_lock(QDir::temp().filePath(Channel::fileName() + QStringLiteral(".lock")))
-{
-    m_lock.setStaleLockTime(0ms);
-}
-
-bool StartUp::InstanceLock::take()
-{
-    return m_lock.tryLock(200ms);
 }

@@ -2,7 +2,7 @@
 
 #include "app/commandline.h"
 
-#include <QLockFile>
+#include <chrono>
 
 class Station;
 
@@ -14,17 +14,9 @@ void nameApplication();
 void loadSettings(const CommandLine& line);
 /// Prepares for a crash: a report beside the journal, and a new process if the settings ask for one.
 void armCrashHandlers(const CommandLine& line);
-/// Tells of a crash of the last run, in the log and the journal.
-void mentionCrash(Station& station);
-
-/// Keeps a second instance of the channel from recording the same source into the same files.
-class InstanceLock {
-public:
-    InstanceLock();
-    /// \return false when another instance runs.
-    bool take();
-
-private:
-    QLockFile m_lock;
-};
+/// Holds up a process that was started after a crash, if there were too many of them. To be called before the lock is
+/// taken, so that the operator can start the program meanwhile. \return how long it has waited.
+std::chrono::seconds waitAfterCrashes(const CommandLine& line);
+/// Tells of a crash of the last run, in the log and the journal. \param waited by waitAfterCrashes().
+void mentionCrash(Station& station, std::chrono::seconds waited);
 } // namespace StartUp

@@ -36,6 +36,13 @@ void ScheduleController::setEnabled(bool on)
     }
 }
 
+void ScheduleController::setPaused(bool paused)
+{
+    m_paused = paused;
+    if (!paused)
+        forceEvaluate();
+}
+
 void ScheduleController::forceEvaluate()
 {
     m_evaluated = false;
@@ -44,7 +51,7 @@ void ScheduleController::forceEvaluate()
 
 void ScheduleController::evaluate()
 {
-    if (!m_enabled || !m_recorder)
+    if (!m_enabled || m_paused || !m_recorder)
         return;
     const QDateTime now = m_now();
     const Schedule& schedule = AppSettings::instance().schedule;

@@ -23,6 +23,8 @@ public:
     bool isEnabled() const { return m_enabled; }
     /// Switching on looks at once; switching off leaves a running recording alone.
     void setEnabled(bool on);
+    /// While paused, no look does anything; the end of a pause looks at once.
+    void setPaused(bool paused);
     /// Looks now, and acts even when nothing seems to have changed. To be called after the grid was edited.
     void forceEvaluate();
 
@@ -37,6 +39,7 @@ private:
     std::function<QDateTime()> m_now;
     QTimer m_timer;
     bool m_enabled;
+    bool m_paused = false;
     bool m_lastWanted = false;
     bool m_evaluated = false; ///< m_lastWanted holds what the last look found
 };

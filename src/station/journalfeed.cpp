@@ -204,6 +204,19 @@ void JournalFeed::overloaded()
     m_journal.write(name("overload"), {});
 }
 
+void JournalFeed::paused(const QDateTime& until)
+{
+    QJsonObject fields;
+    if (until.isValid())
+        fields.insert(name("untilUtc"), until.toUTC().toString(Qt::ISODateWithMs));
+    m_journal.write(name("recording.paused"), {}, fields);
+}
+
+void JournalFeed::resumed()
+{
+    m_journal.write(name("recording.resumed"), {});
+}
+
 void JournalFeed::fileDeleted(const QString& path, const QString& reason)
 {
     m_journal.write(name("file.deleted"), {}, {{name("file"), QFileInfo(path).fileName()}, {name("reason"), reason}});

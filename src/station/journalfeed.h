@@ -49,6 +49,9 @@ public:
     void audioReturned(qint64 ms);
     void clockSet(qint64 byMs);
     void overloaded();
+    /// \param until invalid: not before somebody ends it.
+    void paused(const QDateTime& until);
+    void resumed();
     /// \param reason "retention" or "hand".
     void fileDeleted(const QString& path, const QString& reason);
     /// Writes the settings, without secrets: all of them the first time, afterwards those that have changed.

@@ -20,6 +20,7 @@
 #include "station/journal.h"
 #include "station/journalfeed.h"
 #include "station/playbackname.h"
+#include "station/recordingpause.h"
 #include "station/recordingretry.h"
 #include "triggers/triggercontroller.h"
 
@@ -110,6 +111,7 @@ void Station::createEngines(QObject* parent)
         m_recorder, [this] { return currentWish(); }, this);
     m_clockWatch = new ClockWatch(this);
     m_diskSpace = new DiskSpace(this);
+    m_pause = new RecordingPause(this);
     m_playbackName = new PlaybackName(this);
 }
 
@@ -150,8 +152,11 @@ void Station::connectEngines()
     connect(m_audioWatch, &AudioWatch::restartWanted, m_recorder, &Recorder::restartSource);
     connect(m_schedule, &ScheduleController::logMessage, this, logAs(lcScheduler()));
     connect(m_housekeeper, &Housekeeper::logMessage, this, logAs(lcHousekeeper()));
-    connect(m_trigger, &TriggerController::logMessage, this, logAs(lcTrigger()));
+    connect(m_trigger, &TriggerController::errorOccurred, this, [this](const QString& text) { m_triggerError = text; });
+    connect(m_trigger, &TriggerController::logMessage, this,
+            [this](const QString& text) { addLine(lcTrigger(), text, text == std::exchange(m_triggerError, {})); });
     connect(m_trigger, &TriggerController::triggerStateChanged, this, &Station::updateWish);
+    connect(m_pause, &RecordingPause::changed, this, [this](bool paused) { paused ? onPauseBegan() : onPauseEnded(); });
     connect(m_updates, &UpdateChecker::updateAvailable, this, &Station::onUpdateAvailable);
     connect(m_updates, &UpdateChecker::upToDate, this, [this] { m_settings.save(); });
     connect(m_updates, &UpdateChecker::checkFailed, this, &Station::onUpdateCheckFailed);
@@ -286,6 +291,8 @@ void Station::startRecording()
 {
     m_retry->cancel();
     m_recorder->start(Reason::text(Reason::Manual));
+    m_resumeByHand = false;
+    m_pause->end(); // after the start, so that schedule and trigger find a recording that was started by hand
 }
 
 void Station::stopRecording()
@@ -294,6 +301,7 @@ void Station::stopRecording()
     if (m_retry->isTrying())
         log(tr("No further attempts are made"));
     m_retry->cancel();
+    m_resumeByHand = false;
     m_recorder->stop(Reason::text(Reason::Manual));
     updateWish();
 }
@@ -304,6 +312,41 @@ void Station::toggleRecording()
         stopRecording();
     else
         startRecording();
+}
+
+void Station::pauseRecording(std::chrono::minutes length)
+{
+    m_pause->begin(length);
+}
+
+void Station::endPause()
+{
+    m_pause->end();
+}
+
+void Station::onPauseBegan()
+{
+    const bool byHand = m_manual || m_resumeByHand;
+    m_schedule->setPaused(true);
+    m_trigger->setPaused(true);
+    log(m_pause->text());
+    m_feed->paused(m_pause->until());
+    stopRecording();
+    m_resumeByHand = byHand;
+}
+
+/// The schedule has the first word, then an active trigger. What was started by hand goes on by hand; in automatic mode
+/// the schedule would stop it again.
+void Station::onPauseEnded()
+{
+    log(tr("The pause is over"));
+    m_feed->resumed();
+    const bool byHand = std::exchange(m_resumeByHand, false) && !m_settings.autoMode;
+    m_schedule->setPaused(false);
+    m_trigger->setPaused(false);
+    if (byHand)
+        m_recorder->start(Reason::text(Reason::Manual));
+    updateWish();
 }
 
 void Station::setAutomatic(bool on)
@@ -336,17 +379,34 @@ void Station::checkForUpdates()
 void Station::applySettings(bool wasRecording)
 {
     useFolder();
-    if (wasRecording) {
+    const bool triggerEnded = reloadTrigger();
+    // A recording that ended while the settings were being edited starts again only if somebody still wants it.
+    if (wasRecording && !triggerEnded && (m_recorder->isRecording() || m_wish.wanted)) {
         m_recorder->stop(Reason::text(Reason::SettingsChanged));
         m_recorder->start(Reason::text(Reason::SettingsChanged));
     }
-    m_trigger->reload();
     m_outbox->send();
     m_heartbeat->beat();
     synchroniseAutomatic();
+    if (triggerEnded)
+        m_schedule->evaluate(); // in a marked hour it goes on at once
     log(tr("Settings saved"));
     updateWish();
     Q_EMIT settingsApplied();
+}
+
+/// A trigger that is made anew has forgotten that it is on, so nobody would ever end what it has started. Left as it
+/// is, it goes on with its recording and its run-on. \return whether a recording was ended.
+bool Station::reloadTrigger()
+{
+    if (m_trigger->isUpToDate())
+        return false;
+    const bool ends = m_recorder->isRecording() && m_startedBy == QLatin1String(Reason::Trigger);
+    if (ends)
+        m_recorder->stop(Reason::text(Reason::Trigger));
+    m_trigger->reload();
+    updateWish();
+    return ends;
 }
 
 void Station::reloadSettings()
@@ -414,6 +474,8 @@ void Station::refresh()
 
 RecordingWish Station::currentWish() const
 {
+    if (m_pause->isActive())
+        return {};
     return RecordingWish::decide(m_settings.autoMode, m_settings.schedule.isActive(QDateTime::currentDateTime()),
                                  m_trigger->isActive(), m_manual);
 }
@@ -450,6 +512,8 @@ void Station::onStarted(const QString& reason)
     m_recorderError.clear();
     if (reason == QLatin1String(Reason::Manual))
         m_manual = true;
+    if (reason != QLatin1String(Reason::SettingsChanged))
+        m_startedBy = reason;
     updateWish();
 }
 
@@ -609,7 +673,9 @@ StationStatus Station::status() const
     status.rightDb = m_rightDb;
     status.source = m_recorder->sourceDescription();
     status.secondsSinceAudio = m_audioWatch->secondsSinceAudio();
-    status.trigger = QLatin1String(!m_trigger->hasSource() ? "none" : m_trigger->isActive() ? "on" : "off");
+    status.trigger = QLatin1String(!m_trigger->isConfigured() ? "none" : m_trigger->isOn() ? "on" : "off");
+    status.paused = m_pause->isActive();
+    status.pausedUntil = m_pause->until();
     status.automatic = m_settings.autoMode;
     status.blockEnd = m_settings.autoMode ? m_settings.schedule.blockEnd(QDateTime::currentDateTime()) : QDateTime();
     status.freeBytes = m_diskSpace->freeBytes();

@@ -10,6 +10,7 @@
 #include <QObject>
 #include <QTimer>
 
+#include <chrono>
 #include <memory>
 
 class AlarmBoard;
@@ -27,6 +28,7 @@ class JournalFeed;
 class PlaybackName;
 class QLoggingCategory;
 class Recorder;
+class RecordingPause;
 class RecordingRetry;
 class Schedule;
 class ScheduleController;
@@ -54,6 +56,7 @@ public:
     UpdateChecker* updates() const { return m_updates; }
     TriggerController* trigger() const { return m_trigger; }
     DiskSpace* diskSpace() const { return m_diskSpace; }
+    RecordingPause* pause() const { return m_pause; }
     PlaybackName* playbackName() const { return m_playbackName; }
     Journal* journal() const { return m_journal; }
     StationStatus status() const;
@@ -71,6 +74,11 @@ public:
     void startRecording();
     void stopRecording();
     void toggleRecording();
+    /// Stops a recording, and nothing starts one until the pause is over or the operator starts one.
+    /// \param length zero: the pause does not end by itself.
+    void pauseRecording(std::chrono::minutes length);
+    /// Ends the pause: what the pause has stopped goes on if it is wanted by then, or was started by hand.
+    void endPause();
     void setAutomatic(bool on);
     void setSchedule(const Schedule& schedule);
     /// Looks for an update and logs that it does; ignored while it looks already.
@@ -116,6 +124,9 @@ private:
     void checkForUpdatesAtStartup();
     RecordingWish currentWish() const;
     void updateWish();
+    bool reloadTrigger();
+    void onPauseBegan();
+    void onPauseEnded();
     void onRecorderError(const QString& text);
     void onSilenceDetected(int seconds);
     void onOverload();
@@ -149,6 +160,7 @@ private:
     AudioWatch* m_audioWatch = nullptr;
     ClockWatch* m_clockWatch = nullptr;
     DiskSpace* m_diskSpace = nullptr;
+    RecordingPause* m_pause = nullptr;
     PlaybackName* m_playbackName = nullptr;
     std::unique_ptr<FolderLock> m_folderLock;
     AlarmBoard* m_alarms = nullptr;
@@ -169,7 +181,10 @@ private:
     AttemptLog m_attempts;
     QString m_recorderError; ///< the last one of this run
     bool m_manual = false; ///< somebody pressed Record, and nobody has pressed Stop since
+    bool m_resumeByHand = false; ///< the pause has stopped what somebody had started by hand
     bool m_exiting = false;
+    QString m_startedBy; ///< reason of the last start; a restart with other settings counts as the start before
+    QString m_triggerError; ///< the line that the trigger is about to tell is this error
     double m_leftDb, m_rightDb; ///< the last reading
     QDateTime m_startedAt;
     QString m_lastError;

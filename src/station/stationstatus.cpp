@@ -101,6 +101,8 @@ QJsonObject StationStatus::toJson() const
             {QStringLiteral("source"), text(source)},
             {QStringLiteral("secondsSinceAudio"), number(secondsSinceAudio)},
             {QStringLiteral("trigger"), trigger},
+            {QStringLiteral("paused"), paused},
+            {QStringLiteral("pausedUntil"), time(pausedUntil)},
             {QStringLiteral("automatic"), automatic},
             {QStringLiteral("blockEnd"), time(blockEnd)},
             {QStringLiteral("freeBytes"), number(double(freeBytes))},

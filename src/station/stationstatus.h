@@ -34,6 +34,8 @@ public:
     QString source; ///< display name of the source; empty while there is none
     double secondsSinceAudio = -1.0; ///< negative: no audio has come in this run
     QString trigger; ///< "none", "off" or "on"
+    bool paused = false; ///< the operator wants nothing recorded for a while
+    QDateTime pausedUntil; ///< when that ends by itself; invalid: it does not, or there is no pause
     bool automatic = false;
     QDateTime blockEnd; ///< end of the scheduled block; invalid outside of one
     qint64 freeBytes = -1; ///< of the recordings folder; negative: unknown

@@ -20,11 +20,15 @@ public:
     /// Once this returns, the handler is not called any more. Safe at any time.
     void close() { m_device.reset(); }
     bool isOpen() const { return m_device != nullptr; }
+    /// Names of the inputs that are there now, asked for over the open input's own connection where the system has one,
+    /// so that it may be called every few seconds. Empty while closed.
+    QStringList namesNow() const { return m_device ? m_device->namesNow() : QStringList(); }
 
 private:
     /// An open input, which its destructor closes.
     struct Device {
         virtual ~Device() = default;
+        virtual QStringList namesNow() const = 0;
     };
     struct SystemDevice; ///< the platform's
     std::unique_ptr<Device> m_device;

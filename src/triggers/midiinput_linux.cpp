@@ -36,6 +36,15 @@ std::unique_ptr<RtMidiIn> connectToSystem()
     return nullptr;
 }
 
+QStringList namesOf(RtMidiIn* input)
+{
+    QStringList names;
+    const unsigned count = input ? input->getPortCount() : 0;
+    for (unsigned index = 0; index < count; ++index)
+        names << QString::fromStdString(input->getPortName(index));
+    return names;
+}
+
 } // namespace
 
 struct MidiInput::SystemDevice : Device {
@@ -48,6 +57,7 @@ struct MidiInput::SystemDevice : Device {
         if (input)
             input->closePort();
     }
+    QStringList namesNow() const override { return namesOf(input.get()); }
     static void onMessage(double, std::vector<unsigned char>* bytes, void* user)
     {
         quint32 message = 0;
@@ -59,12 +69,7 @@ struct MidiInput::SystemDevice : Device {
 
 QStringList MidiInput::deviceNames()
 {
-    QStringList names;
-    const auto input = connectToSystem();
-    const unsigned count = input ? input->getPortCount() : 0;
-    for (unsigned index = 0; index < count; ++index)
-        names << QString::fromStdString(input->getPortName(index));
-    return names;
+    return namesOf(connectToSystem().get());
 }
 
 int MidiInput::open(int index, Handler handler)

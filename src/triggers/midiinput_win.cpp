@@ -17,6 +17,7 @@ struct MidiInput::SystemDevice : Device {
         midiInReset(handle);
         midiInClose(handle);
     }
+    QStringList namesNow() const override { return deviceNames(); }
     static void CALLBACK onMessage(HMIDIIN, UINT kind, DWORD_PTR user, DWORD_PTR message, DWORD_PTR)
     {
         if (kind == MIM_DATA && user != 0)

@@ -1,5 +1,17 @@
 #include "triggers/midimessage.h"
 
+#include <QRegularExpression>
+
+namespace {
+
+QString withoutNumbers(QString name)
+{
+    static const QRegularExpression numbers(QStringLiteral(" \\d+:\\d+$"));
+    return name.remove(numbers);
+}
+
+} // namespace
+
 std::optional<bool> midiTriggerState(quint32 message, const MidiFilter& filter)
 {
     const int status = int(message & 0xff);
@@ -19,4 +31,15 @@ std::optional<bool> midiTriggerState(quint32 message, const MidiFilter& filter)
     default:
         return {};
     }
+}
+
+int midiDeviceIndex(const QStringList& names, const QString& name)
+{
+    if (const auto exact = names.indexOf(name); exact >= 0)
+        return int(exact);
+    for (qsizetype i = 0; i < names.size(); ++i) {
+        if (withoutNumbers(names.at(i)) == withoutNumbers(name))
+            return int(i);
+    }
+    return -1;
 }

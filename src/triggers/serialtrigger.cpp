@@ -7,6 +7,7 @@
 #include <QSerialPortInfo>
 
 #include <chrono>
+#include <utility>
 
 using namespace std::chrono_literals;
 
@@ -113,6 +114,7 @@ void SerialTrigger::stop()
     }
     m_lines.clear();
     m_lineState.reset();
+    m_linesUnreadable = false;
 }
 
 bool SerialTrigger::isActive() const
@@ -159,8 +161,14 @@ void SerialTrigger::pollControlLines()
         return;
     m_port->clearError();
     const bool line = m_port->pinoutSignals().testFlag(watchedLine().signal);
-    if (!isActive() || m_port->error() != QSerialPort::NoError) // what could not be read is not a line that is low
+    if (!isActive())
         return;
+    if (m_port->error() != QSerialPort::NoError) { // what could not be read is not a line that is low
+        complainOfLines();
+        return;
+    }
+    if (std::exchange(m_linesUnreadable, false))
+        Q_EMIT logMessage(tr("The lines of %1 can be read again").arg(m_port->portName()));
     const bool on = line != AppSettings::instance().serialInvert;
     if (m_lineState == on)
         return;
@@ -169,6 +177,14 @@ void SerialTrigger::pollControlLines()
         Q_EMIT triggeredOn();
     else
         Q_EMIT triggeredOff();
+}
+
+/// Once, as it is tried again 50 times per second.
+void SerialTrigger::complainOfLines()
+{
+    m_lineState.reset(); // so that the first look that works reports it
+    if (!std::exchange(m_linesUnreadable, true))
+        Q_EMIT errorOccurred(tr("The lines of %1 cannot be read: %2").arg(m_port->portName(), m_port->errorString()));
 }
 
 void SerialTrigger::readCommands()

@@ -42,10 +42,12 @@ private:
     void onPortError();
     void checkForHangup();
     void lose(const QString& reason);
+    void complainOfLines();
 
     Mode m_mode;
     QSerialPort* m_port = nullptr; ///< our child; null while stopped
     QTimer m_poll; ///< looks at the watched line, or in text mode whether the port is still there
     SerialLines m_lines;
     std::optional<bool> m_lineState; ///< as last reported; none before the first poll
+    bool m_linesUnreadable = false; ///< and that was told
 };

@@ -37,6 +37,12 @@ ControlBar::ControlBar(QWidget* parent)
     row->addStretch();
 }
 
+void ControlBar::addBesideRecord(QWidget* control)
+{
+    static_cast<QBoxLayout*>(layout())->insertWidget(1, control);
+    setTabOrder(m_record, control);
+}
+
 void ControlBar::setRecording(bool recording)
 {
     m_record->setText(recording ? tr("■ &Stop") : tr("● &Record"));

@@ -10,6 +10,8 @@ class ControlBar : public QWidget {
     Q_OBJECT
 public:
     explicit ControlBar(QWidget* parent = nullptr);
+    /// Puts a control right beside the record button; takes it over.
+    void addBesideRecord(QWidget* control);
 
     void setRecording(bool recording);
     /// Does not emit automaticToggled().

@@ -31,6 +31,7 @@ QListWidgetItem* createItem(const QDateTime& moment, const QString& text, bool i
 
 LogList::LogList(QWidget* parent) : QListWidget(parent)
 {
+    setAccessibleName(tr("Log"));
     setUniformItemSizes(true);
     setAlternatingRowColors(true);
     // The style sheet has no say in the colour of every other row.

@@ -6,6 +6,7 @@
 #include "station/diskspace.h"
 #include "station/journal.h"
 #include "station/playbackname.h"
+#include "station/recordingpause.h"
 #include "station/station.h"
 #include "triggers/triggercontroller.h"
 #include "ui/aboutdialog.h"
@@ -14,6 +15,7 @@
 #include "ui/channelmenu.h"
 #include "ui/controlbar.h"
 #include "ui/loglist.h"
+#include "ui/pausebutton.h"
 #include "ui/schedulerdialog.h"
 #include "ui/settingsdialog.h"
 #include "ui/stateview.h"
@@ -31,13 +33,9 @@
 #include <QMenuBar>
 #include <QVBoxLayout>
 
-#include <chrono>
-
-using namespace std::chrono_literals;
-
 namespace {
 
-constexpr auto StatusInterval = 30s;
+constexpr int StatusMs = 30'000;
 
 /// Modal to the window alone: a dialog that is modal to everything takes the clicks on the tray icon too.
 int run(QDialog& dialog)
@@ -68,7 +66,7 @@ MainWindow::MainWindow(QWidget* parent)
     setStatusBar(m_status);
     connectStation();
     new StateView(m_station, this, m_panel, m_status, m_tray);
-    m_statusTimer.start(StatusInterval);
+    m_statusTimer.start(StatusMs);
     m_station->begin();
     restoreGeometry(m_settings.geometry);
 }
@@ -83,11 +81,11 @@ MainWindow::~MainWindow()
 
 void MainWindow::buildCentralWidget()
 {
+    m_controls->addBesideRecord(new PauseButton(m_station));
     connect(m_controls, &ControlBar::recordClicked, this, &MainWindow::toggleRecording);
     connect(m_controls, &ControlBar::automaticToggled, this, &MainWindow::toggleAuto);
     connect(m_controls, &ControlBar::schedulerClicked, this, &MainWindow::openScheduler);
     connect(m_controls, &ControlBar::archiveClicked, this, &MainWindow::openArchive);
-    m_log->setAccessibleName(tr("Log"));
 
     auto* central = new QWidget;
     auto* layout = new QVBoxLayout(central);
@@ -130,6 +128,8 @@ void MainWindow::connectStation()
     connect(m_diagnostics, &CaptureDiagnostics::finished, this,
             [this] { m_status->showMessage(tr("Diagnostics copied to the clipboard")); });
     connect(m_station->trigger(), &TriggerController::triggerStateChanged, this, &MainWindow::showTriggerState);
+    connect(m_station->trigger(), &TriggerController::problemChanged, this, &MainWindow::showTriggerState);
+    connect(m_station->pause(), &RecordingPause::changed, this, &MainWindow::refreshStatus);
     connect(m_updatePrompt, &UpdatePrompt::logMessage, m_station, &Station::log);
 
     connect(m_station, &Station::lineLogged, this, &MainWindow::appendLog);
@@ -162,9 +162,8 @@ void MainWindow::showSettings()
 void MainWindow::showTriggerState()
 {
     const TriggerController* trigger = m_station->trigger();
-    const bool configured = trigger->hasSource();
-    m_panel->setTriggerState(configured, trigger->isActive());
-    m_status->showTrigger(configured, trigger->isActive());
+    m_panel->setTriggerState(trigger->isConfigured(), trigger->isOn());
+    m_status->showTrigger(trigger->isConfigured(), trigger->isOn(), trigger->problem());
 }
 
 void MainWindow::openSettings()
@@ -254,6 +253,7 @@ void MainWindow::refreshStatus()
     m_panel->setSourceText(StatusTexts::source(m_settings, m_station->playbackName()->name()));
     m_panel->setCodecText(StatusTexts::codec(m_settings));
     m_panel->setSchedule(m_settings.schedule);
+    m_panel->setIdleText(m_station->pause()->text());
     m_panel->setDiskText(
         StatusTexts::diskLeft(m_station->diskSpace()->freeBytes(), estimatedBytesPerSecond(m_settings)));
 }

@@ -14,9 +14,10 @@ StatusBar::StatusBar(QWidget* parent)
     addPermanentWidget(version);
 }
 
-void StatusBar::showTrigger(bool configured, bool active)
+void StatusBar::showTrigger(bool configured, bool active, const QString& problem)
 {
     m_trigger->setText(!configured ? tr("Trigger: none") : active ? tr("Trigger: ON") : tr("Trigger: off"));
+    m_trigger->setToolTip(problem.isEmpty() ? QString() : QStringLiteral("<qt>%1</qt>").arg(problem.toHtmlEscaped()));
 }
 
 void StatusBar::showTrying(bool trying)

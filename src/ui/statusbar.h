@@ -12,7 +12,8 @@ public:
     explicit StatusBar(QWidget* parent = nullptr);
 
     void showTrying(bool trying);
-    void showTrigger(bool configured, bool active);
+    /// \param problem what keeps it from working, for the tool tip; empty: nothing.
+    void showTrigger(bool configured, bool active, const QString& problem);
 
 Q_SIGNALS:
     void updateCheckRequested();

@@ -96,6 +96,11 @@ void VfdPanel::setFileText(const QString& text)
     setText(m_file, text, &Layout::bottom);
 }
 
+void VfdPanel::setIdleText(const QString& text)
+{
+    setText(m_idle, text, &Layout::bottom);
+}
+
 void VfdPanel::setSchedule(const Schedule& schedule)
 {
     m_schedule = schedule;
@@ -237,7 +242,7 @@ void VfdPanel::paintEvent(QPaintEvent* event)
         m_painter.drawSchedule(painter, m_paintedToday);
     }
     if (isDirty(layout.bottom))
-        m_painter.drawBottom(painter, m_disk, m_diskLow, m_file);
+        m_painter.drawBottom(painter, m_disk, m_diskLow, bottomText());
 }
 
 bool VfdPanel::event(QEvent* event)
@@ -271,7 +276,7 @@ QString VfdPanel::toolTipAt(const QPoint& position, QRect* region) const
             return meanings[size_t(i)];
     }
     const Layout& layout = m_painter.layout();
-    for (const auto& [rect, text] : {std::pair(layout.status, m_source), std::pair(layout.bottom, m_file)}) {
+    for (const auto& [rect, text] : {std::pair(layout.status, m_source), std::pair(layout.bottom, bottomText())}) {
         *region = rect.toAlignedRect();
         if (region->contains(position))
             return text.isEmpty() ? QString() : QStringLiteral("<qt>%1</qt>").arg(text.toHtmlEscaped());
@@ -297,5 +302,7 @@ void VfdPanel::describe()
     add(tr("Source: %1"), m_source);
     add(tr("Disk time left: %1"), m_disk);
     add(tr("File: %1"), m_file);
+    if (m_file.isEmpty() && !m_idle.isEmpty())
+        parts << m_idle;
     setAccessibleDescription(parts.join(QStringLiteral(". ")));
 }

@@ -26,6 +26,8 @@ public Q_SLOTS:
     /// Empty while the free space is not known yet.
     void setDiskText(const QString& text);
     void setFileText(const QString& text);
+    /// What stands in place of the file while there is none.
+    void setIdleText(const QString& text);
     /// Shows this schedule. To be called from time to time too: the strip then moves on to the present hour and day.
     void setSchedule(const Schedule& schedule);
     /// Lights the clip lamp for two seconds.
@@ -41,6 +43,7 @@ protected:
 
 private:
     void prepareSurface();
+    const QString& bottomText() const { return m_file.isEmpty() ? m_idle : m_file; }
     void setText(QString& stored, const QString& text, QRectF VfdGeometry::Layout::*region);
     void updateRegion(QRectF VfdGeometry::Layout::*region);
     void updateMeter();
@@ -66,6 +69,7 @@ private:
     QString m_codec;
     QString m_disk;
     QString m_file;
+    QString m_idle;
     VfdWord m_word;
     bool m_diskLow = false;
     Schedule m_schedule;
