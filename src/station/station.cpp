@@ -659,6 +659,7 @@ StationStatus Station::state() const
     status.channelDead = m_levels.channelDead && m_settings.channels == 2;
     status.levelStuck = m_levels.levelStuck;
     status.cannotWrite = m_cannotWrite;
+    status.triggerLost = !m_trigger->problem().isEmpty();
     status.diskLow = isDiskLow();
     return status;
 }

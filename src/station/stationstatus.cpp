@@ -84,6 +84,7 @@ AlarmBoard::Conditions StationStatus::alarmConditions() const
     set(AlarmKind::NotRecording, wish.wanted && (!recording || tryingAgain));
     set(AlarmKind::CannotWrite, cannotWrite);
     set(AlarmKind::DiskLow, diskLow);
+    set(AlarmKind::TriggerLost, triggerLost);
     return conditions;
 }
 

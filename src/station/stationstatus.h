@@ -45,6 +45,7 @@ public:
     bool channelDead = false; ///< just now
     bool levelStuck = false; ///< just now
     bool cannotWrite = false; ///< the last attempt to write failed
+    bool triggerLost = false; ///< one is configured and does not work
     bool diskLow = false; ///< the free space lasts for less than the settings ask for
     QString lastError;
     QDateTime lastErrorAt; ///< invalid: no error since the start
