@@ -21,6 +21,222 @@
     </message>
 </context>
 <context>
+    <name>AlarmBoard</name>
+    <message>
+        <source>%1 s</source>
+        <translation>%1 s</translation>
+    </message>
+    <message>
+        <source>%1 min %2 s</source>
+        <translation>%1 min %2 s</translation>
+    </message>
+    <message>
+        <source>%1 h %2 min</source>
+        <translation>%1 h %2 min</translation>
+    </message>
+    <message>
+        <source>Back to normal after %1: %2</source>
+        <translation>Normalizado tras %1: %2</translation>
+    </message>
+    <message>
+        <source>No audio</source>
+        <translation>Sin audio</translation>
+    </message>
+    <message>
+        <source>Silence</source>
+        <translation>Silencio</translation>
+    </message>
+    <message>
+        <source>One channel dead</source>
+        <translation>Un canal sin señal</translation>
+    </message>
+    <message>
+        <source>Level does not move</source>
+        <translation>El nivel no se mueve</translation>
+    </message>
+    <message>
+        <source>Not recording</source>
+        <translation>Sin grabar</translation>
+    </message>
+    <message>
+        <source>Cannot write</source>
+        <translation>No se puede escribir</translation>
+    </message>
+    <message>
+        <source>Disk almost full</source>
+        <translation>Disco casi lleno</translation>
+    </message>
+    <message>
+        <source>Clock wrong</source>
+        <translation>Hora incorrecta</translation>
+    </message>
+    <message>
+        <source>Second copy behind</source>
+        <translation>Segunda copia atrasada</translation>
+    </message>
+    <message>
+        <source>Trigger lost</source>
+        <translation>Disparador perdido</translation>
+    </message>
+    <message>
+        <source>Restarted after a crash</source>
+        <translation>Reiniciado tras un fallo</translation>
+    </message>
+    <message>
+        <source>No audio arrives from the source. Check the device, its cable and the sound server.</source>
+        <translation>No llega audio de la fuente. Compruebe el dispositivo, su cable y el servidor de sonido.</translation>
+    </message>
+    <message>
+        <source>The recorded source is silent.</source>
+        <translation>La fuente que se graba está en silencio.</translation>
+    </message>
+    <message>
+        <source>One of the two channels is silent while the other is not. Check the cables.</source>
+        <translation>Uno de los dos canales está en silencio y el otro no. Compruebe los cables.</translation>
+    </message>
+    <message>
+        <source>The level does not move: this may be a test tone, hum or a frozen source.</source>
+        <translation>El nivel no se mueve: puede ser un tono de prueba, un zumbido o una fuente bloqueada.</translation>
+    </message>
+    <message>
+        <source>A recording is wanted, but nothing is being recorded.</source>
+        <translation>Se quiere grabar, pero no se graba nada.</translation>
+    </message>
+    <message>
+        <source>The recording cannot be written. Check the disk.</source>
+        <translation>No se puede escribir la grabación. Compruebe el disco.</translation>
+    </message>
+    <message>
+        <source>The disk is almost full.</source>
+        <translation>El disco está casi lleno.</translation>
+    </message>
+    <message>
+        <source>The computer&apos;s clock is wrong.</source>
+        <translation>La hora del equipo es incorrecta.</translation>
+    </message>
+    <message>
+        <source>The second copy is behind. Check the folder that the recordings are copied to.</source>
+        <translation>La segunda copia va atrasada. Compruebe la carpeta en la que se copian las grabaciones.</translation>
+    </message>
+    <message>
+        <source>The trigger input is lost. Check its cable.</source>
+        <translation>Se ha perdido la entrada del disparador. Compruebe su cable.</translation>
+    </message>
+    <message>
+        <source>The program has crashed and was started again.</source>
+        <translation>El programa falló y se inició de nuevo.</translation>
+    </message>
+</context>
+<context>
+    <name>AlarmOutbox</name>
+    <message numerus="yes">
+        <source>%n alarm(s) could not be sent for a day and are given up.</source>
+        <translation>
+            <numerusform>No se pudo enviar %n alarma durante un día y se descarta.</numerusform>
+            <numerusform>No se pudieron enviar %n alarmas durante un día y se descartan.</numerusform>
+        </translation>
+    </message>
+    <message>
+        <source>Tidewell</source>
+        <translation>Tidewell</translation>
+    </message>
+    <message>
+        <source>This is Tidewell on the computer %1.</source>
+        <translation>Esto es Tidewell en el equipo %1.</translation>
+    </message>
+    <message numerus="yes">
+        <source>%n alarm(s) sent by mail</source>
+        <translation>
+            <numerusform>%n alarma enviada por correo</numerusform>
+            <numerusform>%n alarmas enviadas por correo</numerusform>
+        </translation>
+    </message>
+    <message numerus="yes">
+        <source>%n alarm(s) sent to the web address</source>
+        <translation>
+            <numerusform>%n alarma enviada a la dirección web</numerusform>
+            <numerusform>%n alarmas enviadas a la dirección web</numerusform>
+        </translation>
+    </message>
+    <message>
+        <source>An alarm could not be mailed and is tried again: %1</source>
+        <translation>No se pudo enviar una alarma por correo y se intentará de nuevo: %1</translation>
+    </message>
+    <message>
+        <source>An alarm could not be sent to the web address and is tried again: %1</source>
+        <translation>No se pudo enviar una alarma a la dirección web y se intentará de nuevo: %1</translation>
+    </message>
+</context>
+<context>
+    <name>AlarmQueue</name>
+    <message numerus="yes">
+        <source>%n earlier one(s) found no room.</source>
+        <translation>
+            <numerusform>%n anterior no tuvo sitio.</numerusform>
+            <numerusform>%n anteriores no tuvieron sitio.</numerusform>
+        </translation>
+    </message>
+    <message>
+        <source>%1 alarms between %2 and %3</source>
+        <translation>%1 alarmas entre %2 y %3</translation>
+    </message>
+</context>
+<context>
+    <name>AlarmsTab</name>
+    <message>
+        <source>Alarms</source>
+        <translation>Alarmas</translation>
+    </message>
+    <message>
+        <source>Tell me of</source>
+        <translation>Avisarme de</translation>
+    </message>
+    <message>
+        <source>if it lasts</source>
+        <translation>si dura</translation>
+    </message>
+    <message>
+        <source> sec</source>
+        <translation> s</translation>
+    </message>
+    <message>
+        <source>%1: if it lasts</source>
+        <translation>%1: si dura</translation>
+    </message>
+    <message>
+        <source> h</source>
+        <translation> h</translation>
+    </message>
+    <message>
+        <source>The disk is almost full when it lasts for less than</source>
+        <translation>El disco está casi lleno si alcanza para menos de</translation>
+    </message>
+    <message>
+        <source>By mail, with the server and the address of the tab Alerts</source>
+        <translation>Por correo, con el servidor y la dirección de la pestaña Alertas</translation>
+    </message>
+    <message>
+        <source>Each alarm is sent there as JSON by HTTP POST, with the status of this station</source>
+        <translation>Cada alarma se envía allí como JSON por HTTP POST, con el estado de esta estación</translation>
+    </message>
+    <message>
+        <source>This address is called once a minute while audio is written: who watches it notices a dead computer too</source>
+        <translation>Se llama a esta dirección una vez por minuto mientras se escribe audio: quien la vigila nota también un equipo caído</translation>
+    </message>
+    <message>
+        <source>How</source>
+        <translation>Cómo</translation>
+    </message>
+    <message>
+        <source>To the web address:</source>
+        <translation>A la dirección web:</translation>
+    </message>
+    <message>
+        <source>Heartbeat address:</source>
+        <translation>Dirección de señal de vida:</translation>
+    </message>
+</context>
+<context>
     <name>AlertsTab</name>
     <message>
         <source>Use TLS</source>
@@ -270,6 +486,13 @@ O bien no se estaba registrando nada entonces, o bien la grabación ya se elimin
     <message>
         <source>Path</source>
         <translation>Ruta</translation>
+    </message>
+</context>
+<context>
+    <name>AttemptLog</name>
+    <message>
+        <source>%1 (tried %2 times since %3)</source>
+        <translation>%1 (%2 intentos desde las %3)</translation>
     </message>
 </context>
 <context>
@@ -663,6 +886,17 @@ O bien no se estaba registrando nada entonces, o bien la grabación ya se elimin
     </message>
 </context>
 <context>
+    <name>Heartbeat</name>
+    <message>
+        <source>The address of the heartbeat cannot be reached: %1</source>
+        <translation>No se puede acceder a la dirección de la señal de vida: %1</translation>
+    </message>
+    <message>
+        <source>The address of the heartbeat is reached again</source>
+        <translation>Se accede de nuevo a la dirección de la señal de vida</translation>
+    </message>
+</context>
+<context>
     <name>Housekeeper</name>
     <message numerus="yes">
         <source>Deleted %n old recording(s)</source>
@@ -670,6 +904,13 @@ O bien no se estaba registrando nada entonces, o bien la grabación ya se elimin
             <numerusform>Se eliminó %n grabación antigua</numerusform>
             <numerusform>Se eliminaron %n grabaciones antiguas</numerusform>
         </translation>
+    </message>
+</context>
+<context>
+    <name>InstanceLock</name>
+    <message>
+        <source>No lock can be made in the temporary folder %1. A second start of this channel would not be noticed.</source>
+        <translation>No se puede crear un bloqueo en la carpeta temporal %1. No se notaría que este canal se inicia por segunda vez.</translation>
     </message>
 </context>
 <context>
@@ -718,6 +959,13 @@ O bien no se estaba registrando nada entonces, o bien la grabación ya se elimin
     </message>
 </context>
 <context>
+    <name>LogList</name>
+    <message>
+        <source>Log</source>
+        <translation>Registro</translation>
+    </message>
+</context>
+<context>
     <name>LoopbackCapture</name>
     <message>
         <source>(default playback device)</source>
@@ -740,10 +988,6 @@ O bien no se estaba registrando nada entonces, o bien la grabación ya se elimin
     <message>
         <source>Tidewell</source>
         <translation>Tidewell</translation>
-    </message>
-    <message>
-        <source>Log</source>
-        <translation>Registro</translation>
     </message>
     <message>
         <source>&amp;Tidewell</source>
@@ -786,20 +1030,8 @@ O bien no se estaba registrando nada entonces, o bien la grabación ya se elimin
         <translation>En espera</translation>
     </message>
     <message>
-        <source>Silence detected on the recorded source.</source>
-        <translation>Silencio detectado en la fuente grabada.</translation>
-    </message>
-    <message>
         <source>Diagnostics copied to the clipboard</source>
         <translation>Diagnóstico copiado en el portapapeles</translation>
-    </message>
-    <message>
-        <source>Still recording. Double-click to reopen.</source>
-        <translation>La grabación continúa. Haga doble clic para abrir la ventana.</translation>
-    </message>
-    <message>
-        <source>Still running. Double-click to reopen.</source>
-        <translation>El programa sigue en marcha. Haga doble clic para abrir la ventana.</translation>
     </message>
     <message>
         <source>&amp;Settings...</source>
@@ -839,6 +1071,10 @@ O bien no se estaba registrando nada entonces, o bien la grabación ya se elimin
     <message>
         <source>input</source>
         <translation>entrada</translation>
+    </message>
+    <message>
+        <source>The MIDI input %1 was removed.</source>
+        <translation>Se ha retirado la entrada MIDI %1.</translation>
     </message>
 </context>
 <context>
@@ -901,6 +1137,33 @@ O bien no se estaba registrando nada entonces, o bien la grabación ya se elimin
     </message>
 </context>
 <context>
+    <name>PauseButton</name>
+    <message>
+        <source>&amp;Pause</source>
+        <translation>&amp;Pausa</translation>
+    </message>
+    <message>
+        <source>Pause &amp;15 min</source>
+        <translation>Pausa de &amp;15 min</translation>
+    </message>
+    <message>
+        <source>Pause 1 &amp;h</source>
+        <translation>Pausa de 1 &amp;h</translation>
+    </message>
+    <message>
+        <source>Pause &amp;until I start it</source>
+        <translation>Pausa hasta que la &amp;reanude</translation>
+    </message>
+    <message>
+        <source>&amp;Go on now</source>
+        <translation>&amp;Continuar ahora</translation>
+    </message>
+    <message>
+        <source>Record nothing for a while</source>
+        <translation>No grabar nada durante un rato</translation>
+    </message>
+</context>
+<context>
     <name>PulseLoopbackWorker</name>
     <message>
         <source>Could not connect to the sound server (%1).</source>
@@ -940,6 +1203,14 @@ O bien no se estaba registrando nada entonces, o bien la grabación ya se elimin
     <message>
         <source>Channels %1 were asked for, but the device %2 has only %3.</source>
         <translation>Se pidieron los canales %1, pero el dispositivo %2 solo tiene %3.</translation>
+    </message>
+    <message>
+        <source>The audio input device %1 was removed.</source>
+        <translation>Se ha desconectado el dispositivo de entrada de audio %1.</translation>
+    </message>
+    <message>
+        <source>The audio input device %1 is back and is recorded again.</source>
+        <translation>El dispositivo de entrada de audio %1 vuelve a estar disponible y se graba de nuevo.</translation>
     </message>
 </context>
 <context>
@@ -1023,6 +1294,28 @@ O bien no se estaba registrando nada entonces, o bien la grabación ya se elimin
     <message>
         <source>exit</source>
         <translation>salida del programa</translation>
+    </message>
+    <message>
+        <source>%1 takes no more audio. The recording goes on in the next file.</source>
+        <translation>%1 no admite más audio. La grabación sigue en el archivo siguiente.</translation>
+    </message>
+    <message numerus="yes">
+        <source>%n second(s) of audio are lost: no file took them.</source>
+        <translation>
+            <numerusform>Se ha perdido %n segundo de audio: ningún archivo lo admitió.</numerusform>
+            <numerusform>Se han perdido %n segundos de audio: ningún archivo los admitió.</numerusform>
+        </translation>
+    </message>
+</context>
+<context>
+    <name>RecordingPause</name>
+    <message>
+        <source>Paused until %1</source>
+        <translation>En pausa hasta las %1</translation>
+    </message>
+    <message>
+        <source>Paused until you start it</source>
+        <translation>En pausa hasta que la reanude</translation>
     </message>
 </context>
 <context>
@@ -1279,6 +1572,14 @@ O bien no se estaba registrando nada entonces, o bien la grabación ya se elimin
         <source>the device is gone</source>
         <translation>el dispositivo ya no está</translation>
     </message>
+    <message>
+        <source>The lines of %1 can be read again</source>
+        <translation>Las líneas de %1 se pueden leer de nuevo</translation>
+    </message>
+    <message>
+        <source>The lines of %1 cannot be read: %2</source>
+        <translation>No se pueden leer las líneas de %1: %2</translation>
+    </message>
 </context>
 <context>
     <name>SettingsDialog</name>
@@ -1305,6 +1606,10 @@ O bien no se estaba registrando nada entonces, o bien la grabación ya se elimin
     <message>
         <source>&amp;General</source>
         <translation>Ge&amp;neral</translation>
+    </message>
+    <message>
+        <source>A&amp;larms</source>
+        <translation>A&amp;larmas</translation>
     </message>
 </context>
 <context>
@@ -1348,6 +1653,10 @@ O bien no se estaba registrando nada entonces, o bien la grabación ya se elimin
     <message>
         <source>The settings could not be stored: %1</source>
         <translation>No se pudieron guardar los ajustes: %1</translation>
+    </message>
+    <message>
+        <source>The address must begin with http:// or https://.</source>
+        <translation>La dirección debe empezar por http:// o https://.</translation>
     </message>
 </context>
 <context>
@@ -1394,6 +1703,24 @@ Archivo actual: %5
     <message>
         <source>The SMTP server did not respond in time.</source>
         <translation>El servidor SMTP no respondió a tiempo.</translation>
+    </message>
+</context>
+<context>
+    <name>StartUp</name>
+    <message>
+        <source>Tidewell crashed again and again, so this start has waited for %1 seconds.</source>
+        <translation>Tidewell se ha bloqueado una y otra vez, por lo que este inicio ha esperado %1 segundos.</translation>
+    </message>
+</context>
+<context>
+    <name>StateView</name>
+    <message>
+        <source>Tidewell</source>
+        <translation>Tidewell</translation>
+    </message>
+    <message>
+        <source>%1 - %2</source>
+        <translation>%1 - %2</translation>
     </message>
 </context>
 <context>
@@ -1449,6 +1776,56 @@ Archivo actual: %5
         <source>No lock can be made in the recordings folder, so another channel that uses it would not be noticed.</source>
         <translation>No se puede crear un bloqueo en la carpeta de grabaciones, así que no se advertiría otro canal que la use.</translation>
     </message>
+    <message>
+        <source>No further attempts are made</source>
+        <translation>No se hacen más intentos</translation>
+    </message>
+    <message>
+        <source>The pause is over</source>
+        <translation>La pausa ha terminado</translation>
+    </message>
+    <message>
+        <source>The chosen audio input %1 is not there. %2 is recorded instead.</source>
+        <translation>La entrada de audio elegida, %1, no está disponible. Se graba %2 en su lugar.</translation>
+    </message>
+    <message>
+        <source>No audio arrives from %1.</source>
+        <translation>No llega audio de %1.</translation>
+    </message>
+    <message numerus="yes">
+        <source>Audio arrives again after %n second(s).</source>
+        <translation>
+            <numerusform>Vuelve a llegar audio tras %n segundo.</numerusform>
+            <numerusform>Vuelve a llegar audio tras %n segundos.</numerusform>
+        </translation>
+    </message>
+</context>
+<context>
+    <name>StationStatus</name>
+    <message>
+        <source>RECORDING</source>
+        <translation>GRABANDO</translation>
+    </message>
+    <message>
+        <source>DISK</source>
+        <translation>DISCO</translation>
+    </message>
+    <message>
+        <source>SILENCE since %1</source>
+        <translation>SILENCIO desde %1</translation>
+    </message>
+    <message>
+        <source>NO AUDIO</source>
+        <translation>SIN AUDIO</translation>
+    </message>
+    <message>
+        <source>NOT RECORDING</source>
+        <translation>NO SE GRABA</translation>
+    </message>
+    <message>
+        <source>TRYING AGAIN</source>
+        <translation>REINTENTANDO</translation>
+    </message>
 </context>
 <context>
     <name>StatusBar</name>
@@ -1467,6 +1844,10 @@ Archivo actual: %5
     <message>
         <source>Trigger: off</source>
         <translation>Disparo: inactivo</translation>
+    </message>
+    <message>
+        <source>Trying again</source>
+        <translation>Reintentando</translation>
     </message>
 </context>
 <context>
@@ -1588,6 +1969,22 @@ Archivo actual: %5
         <source>Tidewell - idle</source>
         <translation>Tidewell - en espera</translation>
     </message>
+    <message>
+        <source>Tidewell - %1</source>
+        <translation>Tidewell - %1</translation>
+    </message>
+    <message>
+        <source>Silence detected on the recorded source.</source>
+        <translation>Silencio detectado en la fuente grabada.</translation>
+    </message>
+    <message>
+        <source>Still recording. Double-click to reopen.</source>
+        <translation>La grabación continúa. Haga doble clic para abrir la ventana.</translation>
+    </message>
+    <message>
+        <source>Still running. Double-click to reopen.</source>
+        <translation>El programa sigue en marcha. Haga doble clic para abrir la ventana.</translation>
+    </message>
 </context>
 <context>
     <name>TriggerController</name>
@@ -1598,6 +1995,10 @@ Archivo actual: %5
     <message>
         <source>Trigger off</source>
         <translation>Disparo desactivado</translation>
+    </message>
+    <message>
+        <source>The trigger is back: %1</source>
+        <translation>El disparador ha vuelto: %1</translation>
     </message>
 </context>
 <context>
@@ -1938,6 +2339,17 @@ Archivo actual: %5
     <message>
         <source>Could not obtain the capture service.</source>
         <translation>No se pudo obtener el servicio de captura.</translation>
+    </message>
+</context>
+<context>
+    <name>WebRequest</name>
+    <message>
+        <source>The web server answered with the status %1.</source>
+        <translation>El servidor web respondió con el estado %1.</translation>
+    </message>
+    <message>
+        <source>The web server did not answer in time.</source>
+        <translation>El servidor web no respondió a tiempo.</translation>
     </message>
 </context>
 <context>

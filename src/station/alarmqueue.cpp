@@ -85,8 +85,9 @@ QString AlarmQueue::title(const QList<Alarm>& alarms, qsizetype dropped)
     if (alarms.size() + dropped == 1)
         return alarms.first().text;
     const QString format = QStringLiteral("yyyy-MM-dd HH:mm");
-    return tr("%n alarm(s) between %1 and %2", nullptr, int(alarms.size() + dropped))
-        .arg(alarms.first().at.toString(format), alarms.last().at.toString(format));
+    return tr("%1 alarms between %2 and %3")
+        .arg(QString::number(alarms.size() + dropped), alarms.first().at.toString(format),
+             alarms.last().at.toString(format));
 }
 
 QString AlarmQueue::text(const QList<Alarm>& alarms, qsizetype dropped)

@@ -19,8 +19,8 @@ QString AttemptLog::line() const
 {
     if (m_failures < 2)
         return m_text;
-    return tr("%1 (tried %n time(s) since %2)", nullptr, m_failures)
-        .arg(m_text, m_since.toString(QStringLiteral("HH:mm")));
+    return tr("%1 (tried %2 times since %3)")
+        .arg(m_text, QString::number(m_failures), m_since.toString(QStringLiteral("HH:mm")));
 }
 
 void AttemptLog::hold(const Line& line)
