@@ -6,11 +6,13 @@
 #include <QJsonObject>
 #include <QObject>
 
+class ArchiveCopy;
 class FileHasher;
 class Housekeeper;
 class Journal;
 class Recorder;
 class SilenceAlert;
+class SpaceKeeper;
 struct RecordInfo;
 
 /// Writes into the journal what the engines report. The names of the events and of their fields are kept for ever;
@@ -22,6 +24,8 @@ public:
 
     void watch(Recorder* recorder);
     void watch(Housekeeper* housekeeper);
+    void watch(SpaceKeeper* keeper);
+    void watch(ArchiveCopy* copy);
     void watch(SilenceAlert* alert);
 
     void programStarted();
@@ -34,7 +38,7 @@ public:
     void audioReturned(qint64 ms);
     void clockSet(qint64 byMs);
     void overloaded();
-    /// \param reason "retention" or "hand".
+    /// \param reason "retention", "space" or "hand".
     void fileDeleted(const QString& path, const QString& reason);
     /// Writes the settings, without secrets: all of them the first time, afterwards those that have changed.
     void settingsChanged();

@@ -2,6 +2,7 @@
 
 #include "archive/archiveindex.h"
 #include "archive/housekeeper.h"
+#include "archive/spacekeeper.h"
 #include "engine/levelanalyzer.h"
 #include "engine/reasons.h"
 #include "engine/recorder.h"
@@ -10,6 +11,7 @@
 #include "net/updatechecker.h"
 #include "settings/appsettings.h"
 #include "settings/channel.h"
+#include "station/archivecopy.h"
 #include "station/audiowatch.h"
 #include "station/clockwatch.h"
 #include "station/diskspace.h"
@@ -35,6 +37,7 @@ Q_LOGGING_CATEGORY(lcStation, "tidewell.station")
 Q_LOGGING_CATEGORY(lcRecorder, "tidewell.recorder")
 Q_LOGGING_CATEGORY(lcScheduler, "tidewell.scheduler")
 Q_LOGGING_CATEGORY(lcHousekeeper, "tidewell.housekeeper")
+Q_LOGGING_CATEGORY(lcCopy, "tidewell.copy")
 Q_LOGGING_CATEGORY(lcTrigger, "tidewell.trigger")
 Q_LOGGING_CATEGORY(lcAlert, "tidewell.alert")
 Q_LOGGING_CATEGORY(lcUpdate, "tidewell.update")
@@ -60,6 +63,7 @@ Station::Station(QObject* engineParent)
     createEngines(engineParent ? engineParent : this);
     connectEngines();
     connectJournal();
+    connectDisk();
     m_wishTimer.setTimerType(Qt::VeryCoarseTimer);
     connect(&m_wishTimer, &QTimer::timeout, this, &Station::updateWish);
     m_refresh.setTimerType(Qt::VeryCoarseTimer);
@@ -92,6 +96,8 @@ void Station::createEngines(QObject* parent)
     m_audioWatch = new AudioWatch(m_recorder, this);
     m_clockWatch = new ClockWatch(this);
     m_diskSpace = new DiskSpace(this);
+    m_spaceKeeper = new SpaceKeeper(m_archive, this);
+    m_archiveCopy = new ArchiveCopy(m_archive, this);
     m_playbackName = new PlaybackName(this);
 }
 
@@ -149,6 +155,30 @@ void Station::connectJournal()
     connect(m_audioWatch, &AudioWatch::audioReturned, m_feed, &JournalFeed::audioReturned);
     connect(m_clockWatch, &ClockWatch::clockSet, m_feed, &JournalFeed::clockSet);
     connect(&m_settings, &AppSettings::changed, m_feed, &JournalFeed::settingsChanged);
+}
+
+/// What keeps the disk from filling up, and the second copy.
+void Station::connectDisk()
+{
+    const auto askForSpace = [this] { m_diskSpace->ask(m_settings.outputFolder); };
+    connect(m_recorder, &Recorder::fileStarted, this, askForSpace);
+    connect(m_diskSpace, &DiskSpace::changed, m_spaceKeeper, [this](qint64 freeBytes) {
+        if (m_diskSpace->folder() == m_archive->folder()) // else the answer is about another disk, or another's folder
+            m_spaceKeeper->onFreeSpace(freeBytes, m_diskSpace->totalBytes());
+    });
+    connect(m_spaceKeeper, &SpaceKeeper::logMessage, this, [this, askForSpace](const QString& text) {
+        addLine(lcHousekeeper(), text, false);
+        askForSpace();
+    });
+    connect(m_spaceKeeper, &SpaceKeeper::errorOccurred, this,
+            [this](const QString& text) { addLine(lcHousekeeper(), text, true); });
+    connect(this, &Station::settingsApplied, m_archiveCopy, &ArchiveCopy::reload);
+    connect(m_archiveCopy, &ArchiveCopy::logMessage, this,
+            [this](const QString& text) { addLine(lcCopy(), text, false); });
+    connect(m_archiveCopy, &ArchiveCopy::errorOccurred, this,
+            [this](const QString& text) { addLine(lcCopy(), text, true); });
+    m_feed->watch(m_spaceKeeper);
+    m_feed->watch(m_archiveCopy);
 }
 
 void Station::begin()
@@ -419,6 +449,8 @@ StationStatus Station::status() const
     status.automatic = m_settings.autoMode;
     status.blockEnd = m_settings.autoMode ? m_settings.schedule.blockEnd(now) : QDateTime();
     status.freeBytes = m_diskSpace->freeBytes();
+    status.copyEnabled = m_archiveCopy->isEnabled();
+    status.copyBehind = m_archiveCopy->filesBehind();
     status.lastError = m_lastError;
     status.lastErrorAt = m_lastErrorAt;
     status.lastFile = m_lastFile;

@@ -10,6 +10,7 @@
 #include <memory>
 
 class AppSettings;
+class ArchiveCopy;
 class ArchiveIndex;
 class AudioWatch;
 class ClockWatch;
@@ -24,6 +25,7 @@ class Recorder;
 class Schedule;
 class ScheduleController;
 class SilenceAlert;
+class SpaceKeeper;
 class TriggerController;
 class UpdateChecker;
 struct UpdateInfo;
@@ -47,6 +49,8 @@ public:
     UpdateChecker* updates() const { return m_updates; }
     TriggerController* trigger() const { return m_trigger; }
     DiskSpace* diskSpace() const { return m_diskSpace; }
+    SpaceKeeper* spaceKeeper() const { return m_spaceKeeper; }
+    ArchiveCopy* archiveCopy() const { return m_archiveCopy; }
     PlaybackName* playbackName() const { return m_playbackName; }
     Journal* journal() const { return m_journal; }
     StationStatus status() const;
@@ -96,6 +100,7 @@ private:
     void createEngines(QObject* parent);
     void connectEngines();
     void connectJournal();
+    void connectDisk();
     void addLine(const QLoggingCategory& category, const QString& text, bool isError);
     QString claimFolder();
     void useFolder();
@@ -125,6 +130,8 @@ private:
     AudioWatch* m_audioWatch = nullptr;
     ClockWatch* m_clockWatch = nullptr;
     DiskSpace* m_diskSpace = nullptr;
+    SpaceKeeper* m_spaceKeeper = nullptr;
+    ArchiveCopy* m_archiveCopy = nullptr;
     PlaybackName* m_playbackName = nullptr;
     std::unique_ptr<FolderLock> m_folderLock;
     QTimer m_refresh;

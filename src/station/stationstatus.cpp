@@ -51,6 +51,7 @@ QJsonObject StationStatus::toJson() const
             {QStringLiteral("automatic"), automatic},
             {QStringLiteral("blockEnd"), time(blockEnd)},
             {QStringLiteral("freeBytes"), number(double(freeBytes))},
+            {QStringLiteral("copyBehind"), copyEnabled ? QJsonValue(copyBehind) : QJsonValue()},
             {QStringLiteral("lastError"), text(lastError)},
             {QStringLiteral("lastErrorAt"), time(lastErrorAt)},
             {QStringLiteral("lastFile"), text(lastFile)}};

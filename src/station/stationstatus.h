@@ -32,6 +32,8 @@ struct StationStatus {
     bool automatic = false;
     QDateTime blockEnd; ///< end of the scheduled block; invalid outside of one
     qint64 freeBytes = -1; ///< of the recordings folder; negative: unknown
+    bool copyEnabled = false; ///< there is a second copy
+    int copyBehind = 0; ///< closed recordings that it lacks
     QString lastError;
     QDateTime lastErrorAt; ///< invalid: no error since the start
     QString lastFile; ///< name of the last file closed
