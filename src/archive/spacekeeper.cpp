@@ -26,7 +26,8 @@ constexpr qint64 ReportEveryMs = 24 * 3600 * 1000LL;
 
 SpaceKeeper::SpaceKeeper(ArchiveIndex* index, QObject* parent, std::function<qint64()> nowMs)
     : QObject(parent), m_index(index), m_nowMs(std::move(nowMs)), m_worker(this)
-{}
+{
+}
 
 qint64 SpaceKeeper::reserve(qint64 bytesPerSecond, qint64 volumeBytes)
 {

@@ -72,10 +72,7 @@ ArchiveCopy::Environment ArchiveCopy::Environment::real()
 }
 
 ArchiveCopy::ArchiveCopy(ArchiveIndex* index, QObject* parent, Environment environment)
-    : QObject(parent),
-      m_index(index),
-      m_environment(std::move(environment)),
-      m_createdMs(m_environment.nowMs())
+    : QObject(parent), m_index(index), m_environment(std::move(environment)), m_createdMs(m_environment.nowMs())
 {
     m_tick.setInterval(std::min<std::chrono::milliseconds>(m_environment.settle, m_environment.patience / 4));
     m_tick.callOnTimeout(this, &ArchiveCopy::step);
@@ -235,7 +232,8 @@ QString ArchiveCopy::problemText(const CopyFolder::Found& found) const
     case CopyFolder::Problem::Inside:
         return tr("The second copy must be outside the recordings folder.");
     default:
-        return tr("The second copy waits: the folder %1 cannot be used (%2). Recording goes on; the copy will catch up.")
+        return tr("The second copy waits: the folder %1 cannot be used (%2). Recording goes on; the copy will catch "
+                  "up.")
             .arg(m_given, found.text);
     }
 }
@@ -251,7 +249,8 @@ void ArchiveCopy::onLooked(const CopyFolder::Found& found)
     for (const CopyEntry& entry : found.present)
         m_present.insert(entry.key(), entry.copy);
     for (const QString& name : found.changed)
-        Q_EMIT logMessage(tr("%1 in the second copy has changed. It is left alone, and another copy is made.").arg(name));
+        Q_EMIT logMessage(
+            tr("%1 in the second copy has changed. It is left alone, and another copy is made.").arg(name));
     m_passedOver.clear();
     m_listChanged = true;
     findMissing();
@@ -330,7 +329,8 @@ void ArchiveCopy::onCopied(const RecordInfo& record, const CopyFolder::Result& r
             Q_EMIT errorOccurred(tr("%1 cannot be read for the second copy: %2").arg(record.fileName, result.text));
         break;
     case CopyFolder::Outcome::Differs:
-        fail(tr("The second copy waits: what was written into the folder %1 comes back changed. Its disk may be failing; "
+        fail(tr("The second copy waits: what was written into the folder %1 comes back changed. Its disk may be "
+                "failing; "
                 "look at it, or choose another.")
                  .arg(m_given));
         return;
@@ -354,8 +354,7 @@ void ArchiveCopy::deleteOld()
     const int days = AppSettings::instance().copyDays;
     m_sinceDeletion.start();
     const qint64 nowMs = m_environment.nowMs();
-    const qint64 oldest =
-        QDateTime::fromMSecsSinceEpoch(nowMs).addDays(-std::max(days, 1)).toMSecsSinceEpoch() / 1000;
+    const qint64 oldest = QDateTime::fromMSecsSinceEpoch(nowMs).addDays(-std::max(days, 1)).toMSecsSinceEpoch() / 1000;
     post([this, oldest](CopyFolder& folder) -> std::function<void()> {
         return [this, names = folder.deleteOlder(oldest)] {
             for (const QString& name : names)

@@ -71,7 +71,8 @@ CopyFolder::CopyFolder(Options options)
     : m_options(std::move(options)),
       m_partPath(hiddenPath(partName(m_options.owner))),
       m_list(hiddenPath(QStringLiteral("copies-%1.jsonl").arg(m_options.owner)))
-{}
+{
+}
 
 QString CopyFolder::hiddenPath(const QString& name) const
 {
@@ -274,8 +275,7 @@ QStringList CopyFolder::deleteOlder(qint64 startSecs)
         if (entry.ours && entry.startSecs < startSecs)
             due << entry;
     }
-    std::sort(due.begin(), due.end(),
-              [](const CopyEntry& a, const CopyEntry& b) { return a.startSecs < b.startSecs; });
+    std::sort(due.begin(), due.end(), [](const CopyEntry& a, const CopyEntry& b) { return a.startSecs < b.startSecs; });
     QStringList deleted;
     for (const CopyEntry& entry : due.mid(0, DeletionsPerCall)) {
         const QString path = QDir(m_options.target).filePath(entry.copy);

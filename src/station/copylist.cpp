@@ -50,10 +50,9 @@ bool CopyList::load()
         if (object.value(QLatin1String("gone")).toBool())
             m_entries.remove(copy);
         else
-            m_entries.insert(copy,
-                             {text("file"), qint64(object.value(QLatin1String("startSecs")).toDouble()), copy,
-                              qint64(object.value(QLatin1String("bytes")).toDouble()), text("sha256").toLatin1(),
-                              object.value(QLatin1String("ours")).toBool()});
+            m_entries.insert(copy, {text("file"), qint64(object.value(QLatin1String("startSecs")).toDouble()), copy,
+                                    qint64(object.value(QLatin1String("bytes")).toDouble()), text("sha256").toLatin1(),
+                                    object.value(QLatin1String("ours")).toBool()});
     }
     if (file.error() != QFileDevice::NoError)
         return false;
