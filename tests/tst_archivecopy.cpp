@@ -171,8 +171,7 @@ private Q_SLOTS:
         rig.copy->reload();
         QTRY_COMPARE(deleted.size(), 2);
         QTRY_COMPARE(rig.lines, QStringList("Deleted 2 old file(s) from the second copy"));
-        QCOMPARE(rig.there(),
-                 QStringList({"edited.wav", "longer.wav", "other.wav", "same.wav", "unknown.wav"}));
+        QCOMPARE(rig.there(), QStringList({"edited.wav", "longer.wav", "other.wav", "same.wav", "unknown.wav"}));
         rig.start(); // what went from it is not copied again
         rig.add("new.wav", 0);
         QTRY_COMPARE(rig.copied.size(), 5);

@@ -155,8 +155,13 @@ void ArchiveCopy::reload()
 
 QString ArchiveCopy::copyOf(const RecordInfo& record) const
 {
-    const QString name = m_error.isEmpty() ? m_present.value(keyOf(record)) : QString();
+    const QString name = m_error.isEmpty() ? m_present.value(keyOf(record)).name : QString();
     return name.isEmpty() ? QString() : QDir(m_target).filePath(name);
+}
+
+qint64 ArchiveCopy::copiedBytes(const RecordInfo& record) const
+{
+    return m_present.value(keyOf(record)).bytes;
 }
 
 void ArchiveCopy::step()
@@ -247,7 +252,7 @@ void ArchiveCopy::onLooked(const CopyFolder::Found& found)
     m_known = true;
     m_present.clear();
     for (const CopyEntry& entry : found.present)
-        m_present.insert(entry.key(), entry.copy);
+        m_present.insert(entry.key(), {entry.copy, entry.bytes});
     for (const QString& name : found.changed)
         Q_EMIT logMessage(
             tr("%1 in the second copy has changed. It is left alone, and another copy is made.").arg(name));
@@ -308,7 +313,7 @@ void ArchiveCopy::onCopied(const RecordInfo& record, const CopyFolder::Result& r
 {
     switch (result.outcome) {
     case CopyFolder::Outcome::Done: {
-        m_present.insert(keyOf(record), result.entry.copy);
+        m_present.insert(keyOf(record), {result.entry.copy, result.entry.bytes});
         QList<RecordInfo> rest = m_missing;
         rest.removeIf([&record](const RecordInfo& each) { return each.filePath == record.filePath; });
         setMissing(rest);

@@ -54,6 +54,8 @@ public:
     /// Path of the copy of this recording, as far as known from the last look; empty when there is none, or when the
     /// folder does not answer. Touches no disk.
     QString copyOf(const RecordInfo& record) const;
+    /// What the original had when it was copied: one of another size is damaged. -1 when there is no such copy.
+    qint64 copiedBytes(const RecordInfo& record) const;
     /// Why this folder cannot hold the second copy, as a sentence; empty when it may. Compares the names only.
     static QString problemOf(const QString& folder, const QString& recordingsFolder);
 
@@ -72,6 +74,11 @@ Q_SIGNALS:
     void deleted(const QString& copyName);
 
 private:
+    /// A copy that is there; without a name, of a recording that is gone.
+    struct Known {
+        QString name;
+        qint64 bytes = -1;
+    };
     void stop();
     void step();
     bool isFree();
@@ -100,7 +107,7 @@ private:
     bool m_busy = false; ///< a task is under way
     bool m_known = false; ///< m_present is what the folder holds
     bool m_listChanged = true; ///< m_missing is to be found anew
-    QHash<QString, QString> m_present; ///< CopyEntry::key() of each recording that is copied, and the copy's name
+    QHash<QString, Known> m_present; ///< by CopyEntry::key() of each recording that is copied
     QList<RecordInfo> m_missing; ///< the oldest first
     QSet<QString> m_passedOver; ///< keys of recordings that cannot be read, until the next look
     QSet<QString> m_unsettled; ///< keys of recordings that may still be written, until the next tick

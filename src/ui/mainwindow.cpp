@@ -183,7 +183,7 @@ void MainWindow::openScheduler()
 
 void MainWindow::openArchive()
 {
-    ArchiveDialog dialog(m_station->archive(), this);
+    ArchiveDialog dialog(m_station->archive(), this, m_station->archiveCopy());
     connect(&dialog, &ArchiveDialog::filesDeleted, m_station, &Station::onFilesDeleted);
     run(dialog);
 }

@@ -13,16 +13,17 @@ RetentionText::Answer RetentionText::answer(const Question& question)
     const int days = question.deleteOld ? question.days : question.keepDays;
     const bool endless = !question.deleteOld && !question.deleteWhenFull;
     const QString size = RetentionText::size(perDay * days);
-    const QString need = endless ? tr("Nothing is ever deleted")
+    const QString need = endless     ? tr("Nothing is ever deleted")
                          : days == 1 ? tr("1 day needs %1").arg(size)
                                      : tr("%1 days need %2").arg(days).arg(size);
     if (question.freeBytes < 0)
         return {tr("%1; how much is free is not known.").arg(need), true};
 
     const QString free = RetentionText::size(question.freeBytes);
-    const QString room = question.recordingsBytes > 0
-                             ? tr("%1 are free, %2 hold recordings").arg(free, RetentionText::size(question.recordingsBytes))
-                             : tr("%1 are free").arg(free);
+    const QString room =
+        question.recordingsBytes > 0
+            ? tr("%1 are free, %2 hold recordings").arg(free, RetentionText::size(question.recordingsBytes))
+            : tr("%1 are free").arg(free);
     const qint64 enoughFor = (question.freeBytes + question.recordingsBytes) / perDay;
     const QString enough = enoughFor == 1 ? tr("enough for 1 day") : tr("enough for %1 days").arg(enoughFor);
     // Who lets the oldest go when the disk is full relies on the days that are kept in any case.

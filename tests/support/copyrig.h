@@ -38,9 +38,9 @@ struct CopyRig {
     /// A recording that was closed this many hours ago.
     RecordInfo add(const QString& name, int hoursAgo, const QByteArray& content = "audio")
     {
-        const RecordInfo record{name, source + u'/' + name,
-                                QDateTime::fromMSecsSinceEpoch(nowMs - hoursAgo * 3'600'000LL), 1000,
-                                content.size(), false};
+        const RecordInfo record{
+            name, source + u'/' + name, QDateTime::fromMSecsSinceEpoch(nowMs - hoursAgo * 3'600'000LL),
+            1000, content.size(),       false};
         write(record.filePath, content);
         QFile file(record.filePath);
         if (!file.open(QIODevice::Append) || !file.setFileTime(record.start, QFileDevice::FileModificationTime))
