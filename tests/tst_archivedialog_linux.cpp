@@ -1,5 +1,7 @@
 #include "archive/archiveindex.h"
+#include "support/copyrig.h"
 #include "support/pulserig_linux.h"
+#include "support/table.h"
 #include "ui/archivedialog.h"
 #include "ui/archivetable.h"
 
@@ -137,6 +139,45 @@ private Q_SLOTS:
         m_table->selectPath(gone);
         QCOMPARE(answer(Qt::Key_Return, [this] { click("Play"); }), "The file no longer exists:\n" + gone);
         QVERIFY(hasLabel("1 recordings"));
+    }
+
+    void playsFromTheCopy_data()
+    {
+        const Table<QString, bool> row;
+        row("whole", "", false);
+        row("missing", "missing", true);
+        row("cut short", "short", true);
+        row("cut short, and the index knows", "short and scanned", true);
+        row("of the right length, but no audio", "noise", true);
+    }
+    void playsFromTheCopy()
+    {
+        const auto [damage, fromCopy] = Table<QString, bool>::fetch();
+        CopyRig rig;
+        const QByteArray content = CopyRig::read(addFile("tones.wav", Start));
+        const RecordInfo record = rig.add("a.wav", 1, content);
+        rig.start();
+        QTRY_COMPARE(rig.copied.size(), 1);
+        if (damage == "missing")
+            QVERIFY(QFile::remove(record.filePath));
+        else if (damage.startsWith("short"))
+            CopyRig::write(record.filePath, content.left(1000));
+        else if (damage == "noise")
+            CopyRig::write(record.filePath, QByteArray(content.size(), '\0'));
+        if (damage == "short and scanned")
+            rig.index.rescan();
+
+        ArchiveDialog dialog(&rig.index, nullptr, rig.copy.get());
+        dialog.show();
+        auto* table = dialog.findChild<ArchiveTable*>();
+        const auto* player = dialog.findChild<QMediaPlayer*>();
+        const auto* note = dialog.findChild<QLabel*>("note");
+        table->selectPath(record.filePath);
+        QTest::keyClick(table, Qt::Key_Return);
+        QTRY_VERIFY(player->position() > 0);
+        QCOMPARE(player->source().toLocalFile(), fromCopy ? rig.target + "/a.wav" : record.filePath);
+        QCOMPARE(note->isVisible(), fromCopy);
+        AppSettings::instance().copyEnabled = false;
     }
 
     void deletes()

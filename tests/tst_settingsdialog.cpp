@@ -1,6 +1,9 @@
 #include "process/ffmpeg.h"
 #include "settings/appsettings.h"
+#include "settings/schedule.h"
+#include "station/recordingroom.h"
 #include "support/table.h"
+#include "ui/retentiontext.h"
 #include "ui/settingsdialog.h"
 
 #include <QCheckBox>
@@ -77,6 +80,8 @@ QComboBox* boxWith(const SettingsDialog& dialog, const QString& item)
 class TestSettingsDialog : public QObject {
     Q_OBJECT
 
+    using RetentionRows = Table<RetentionText::Question, QString, bool>;
+
 private Q_SLOTS:
     void initTestCase()
     {
@@ -87,6 +92,7 @@ private Q_SLOTS:
         qputenv("PULSE_RUNTIME_PATH", m_folder.path().toUtf8()); // else it leaves a folder behind
         QVERIFY(QDir().mkpath(m_folder.path()));
         m_settings.outputFolder = m_folder.filePath(QStringLiteral("recordings"));
+        m_settings.copyFolder = m_folder.filePath(QStringLiteral("copies"));
         m_settings.deviceId = "gone";
         m_settings.deviceLabel = QStringLiteral("Studio <A>");
         m_settings.playbackId = "also gone";
@@ -190,6 +196,129 @@ private Q_SLOTS:
                 edit->setText(QStringLiteral("%sn-x"));
         }
         QVERIFY2(preview->text().endsWith(QStringLiteral("-x.flac")), qPrintable(preview->text()));
+    }
+
+    void retention_data()
+    {
+        const auto question = [](qint64 rate, qint64 freeBytes) {
+            RetentionText::Question made;
+            made.bytesPerDay = RetentionText::bytesPerDay(rate, false, {});
+            made.freeBytes = freeBytes;
+            return made;
+        };
+        const RetentionRows row;
+        auto asked = question(16'000, 74'000'000'000);
+        row("does not fit", asked, "365 days need 505 GB; 74 GB are free: enough for 53 days.", false);
+        asked.deleteWhenFull = true;
+        row("the oldest go, and 42 days fit", asked, "365 days need 505 GB; 74 GB are free: enough for 53 days.", true);
+        asked.keepDays = 60;
+        row("60 do not", asked, "365 days need 505 GB; 74 GB are free: enough for 53 days.", false);
+        asked.deleteOld = false;
+        asked.keepDays = 50;
+        row("only when full", asked, "50 days need 69 GB; 74 GB are free: enough for 53 days.", true);
+        asked.deleteWhenFull = false;
+        row("never", asked, "Nothing is ever deleted; 74 GB are free: enough for 53 days.", false);
+        asked = question(192'000, 4'000'000'000);
+        asked.recordingsBytes = 1'700'000'000'000;
+        asked.days = 100;
+        row("a disk that is full of recordings", asked,
+            "100 days need 1.7 TB; 4.0 GB are free, 1.7 TB hold recordings: enough for 102 days.", true);
+        asked.freeBytes = -1;
+        row("unknown", asked, "100 days need 1.7 TB; how much is free is not known.", true);
+        asked = question(16'000, 1'382'400'000);
+        asked.days = 1;
+        row("just so", asked, "1 day needs 1.4 GB; 1.4 GB are free: enough for 1 day.", true);
+        --asked.freeBytes;
+        row("a byte less", asked, "1 day needs 1.4 GB; 1.4 GB are free: enough for 0 days.", false);
+        asked = question(0, 500);
+        asked.days = 365;
+        row("no format", asked, "365 days need 365 bytes; 500 bytes are free: enough for 500 days.", true);
+    }
+    void retention()
+    {
+        const auto [question, text, fits] = RetentionRows::fetch();
+        QLocale::setDefault(QLocale::c());
+        const RetentionText::Answer answer = RetentionText::answer(question);
+        QCOMPARE(answer.text, text);
+        QCOMPARE(answer.fits, fits);
+    }
+    void countsTheMarkedHours()
+    {
+        Schedule nights;
+        for (int hour = 0; hour < 6; ++hour)
+            nights.setHour(hour, true);
+        QCOMPARE(RetentionText::bytesPerDay(1000, true, nights), 21'600'000);
+        QCOMPARE(RetentionText::bytesPerDay(1000, false, nights), 86'400'000);
+        QCOMPARE(RetentionText::bytesPerDay(1000, true, Schedule()), 86'400'000); // by hand only
+    }
+
+    /// Of the folder that is shown, in the format that is shown, in a colour that stands out.
+    void showsWhatTheDaysNeed()
+    {
+        const QString folder = m_folder.filePath(QStringLiteral("room"));
+        QVERIFY(QDir().mkpath(folder));
+        for (const char* name : {"/a.wav", "/notes.txt"}) {
+            QFile file(folder + QLatin1String(name));
+            QVERIFY(file.open(QIODevice::WriteOnly) && file.write(QByteArray(300'000, 'x')) == 300'000);
+        }
+        const RoomForRecordings room = RecordingRoom::query(folder);
+        QVERIFY(room.freeBytes > 0);
+        QCOMPARE(room.recordingsBytes, 300'000);
+        const QString notYet = folder + QStringLiteral("/not/yet");
+        QVERIFY(RecordingRoom::query(notYet).freeBytes > 0);
+        QVERIFY(!QFile::exists(notYet));
+        QCOMPARE(RecordingRoom::query(QStringLiteral("relative")).freeBytes, -1);
+
+        m_settings.outputFolder = folder;
+        m_settings.housekeepingEnabled = true;
+        m_settings.housekeepingDays = 1;
+        m_settings.deleteWhenFull = false;
+        m_settings.codec = Mp3;
+        m_settings.bitrate = 16;
+        SettingsDialog dialog(m_settings);
+        auto* label = dialog.findChild<QLabel*>(QStringLiteral("retention"));
+        const QColor usual = label->palette().color(QPalette::WindowText);
+        QTRY_VERIFY2(label->text().contains(QStringLiteral("hold recordings")), qPrintable(label->text()));
+        QVERIFY2(label->text().startsWith(QStringLiteral("1 day needs 173 MB; ")), qPrintable(label->text()));
+        QCOMPARE(label->palette().color(QPalette::WindowText), usual);
+        auto* codec = boxWith(dialog, QStringLiteral("FLAC"));
+        codec->setCurrentIndex(codec->findText(QStringLiteral("WAV (uncompressed)")));
+        for (auto* box : controls<QSpinBox>(dialog)) {
+            if (box->maximum() == 3650)
+                box->setValue(3650);
+        }
+        auto* rate = boxWith(dialog, QStringLiteral("48000 Hz"));
+        rate->setCurrentIndex(rate->findText(QStringLiteral("48000 Hz")));
+        auto* channels = boxWith(dialog, QStringLiteral("stereo"));
+        channels->setCurrentIndex(channels->findText(QStringLiteral("stereo")));
+        QVERIFY2(label->text().startsWith(QStringLiteral("3650 days need 61 TB; ")), qPrintable(label->text()));
+        QVERIFY(label->palette().color(QPalette::WindowText) != usual);
+    }
+
+    /// What cannot be is not accepted, and nothing else of the dialog either.
+    void refusesACopyInsideTheRecordings()
+    {
+        m_settings.copyEnabled = true;
+        const QString before = m_settings.copyFolder = m_folder.filePath(QStringLiteral("copies"));
+        SettingsDialog dialog(m_settings);
+        auto* problem = dialog.findChild<QLabel*>(QStringLiteral("copyProblem"));
+        QVERIFY(problem->text().isEmpty());
+        for (auto* edit : controls<QLineEdit>(dialog)) {
+            if (edit->text() == before)
+                edit->setText(m_settings.outputFolder + QStringLiteral("/copies"));
+        }
+        QVERIFY2(problem->text().contains(QStringLiteral("outside")), qPrintable(problem->text()));
+        QString said;
+        QTimer::singleShot(0, this, [&said] {
+            auto* box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget());
+            said = box->text();
+            box->accept();
+        });
+        dialog.accept();
+        QCOMPARE(said, problem->text());
+        QCOMPARE(dialog.result(), 0);
+        QCOMPARE(m_settings.copyFolder, before);
+        m_settings.copyEnabled = false;
     }
 
     void asksForServerAndRecipient()

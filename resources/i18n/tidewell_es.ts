@@ -322,6 +322,68 @@ Si lo ha recibido, los avisos de silencio están bien configurados.</translation
     </message>
 </context>
 <context>
+    <name>ArchiveCopy</name>
+    <message>
+        <source>Choose the folder for the second copy.</source>
+        <translation>Elija la carpeta de la segunda copia.</translation>
+    </message>
+    <message>
+        <source>The folder of the second copy must be an absolute path.</source>
+        <translation>La carpeta de la segunda copia debe ser una ruta absoluta.</translation>
+    </message>
+    <message>
+        <source>The second copy must be outside the recordings folder.</source>
+        <translation>La segunda copia debe estar fuera de la carpeta de grabaciones.</translation>
+    </message>
+    <message>
+        <source>The second copy waits: the folder %1 does not answer. Recording goes on; the copy will catch up.</source>
+        <translation>La segunda copia espera: la carpeta %1 no responde. La grabación continúa; la copia se pondrá al día.</translation>
+    </message>
+    <message>
+        <source>The second copy waits: the folder %1 is not there. Recording goes on; the copy will catch up.</source>
+        <translation>La segunda copia espera: la carpeta %1 no está. La grabación continúa; la copia se pondrá al día.</translation>
+    </message>
+    <message>
+        <source>The second copy waits: the copies made so far are not in the folder %1. Is its drive connected? To begin anew there, switch the second copy off and on again.</source>
+        <translation>La segunda copia espera: las copias hechas hasta ahora no están en la carpeta %1. ¿Está conectada su unidad? Para empezar allí de nuevo, desactive la segunda copia y vuelva a activarla.</translation>
+    </message>
+    <message>
+        <source>The second copy waits: the folder %1 cannot be used (%2). Recording goes on; the copy will catch up.</source>
+        <translation>La segunda copia espera: la carpeta %1 no se puede usar (%2). La grabación continúa; la copia se pondrá al día.</translation>
+    </message>
+    <message>
+        <source>%1 in the second copy has changed. It is left alone, and another copy is made.</source>
+        <translation>%1 ha cambiado en la segunda copia. No se toca y se hace otra copia.</translation>
+    </message>
+    <message>
+        <source>%1 cannot be read for the second copy: %2</source>
+        <translation>No se puede leer %1 para la segunda copia: %2</translation>
+    </message>
+    <message>
+        <source>The second copy waits: what was written into the folder %1 comes back changed. Its disk may be failing; look at it, or choose another.</source>
+        <translation>La segunda copia espera: lo que se escribió en la carpeta %1 se lee cambiado. Puede que su disco esté fallando; revíselo o elija otro.</translation>
+    </message>
+    <message>
+        <source>The second copy waits: the folder %1 is full. Recording goes on; the copy will catch up when there is room. Let fewer days of it be kept, or choose another folder.</source>
+        <translation>La segunda copia espera: la carpeta %1 está llena. La grabación continúa; la copia se pondrá al día cuando haya espacio. Conserve menos días de copias o elija otra carpeta.</translation>
+    </message>
+    <message>
+        <source>The second copy waits: the folder %1 takes no file (%2). Recording goes on; the copy will catch up.</source>
+        <translation>La segunda copia espera: la carpeta %1 no admite archivos (%2). La grabación continúa; la copia se pondrá al día.</translation>
+    </message>
+    <message numerus="yes">
+        <source>Deleted %n old file(s) from the second copy</source>
+        <translation>
+            <numerusform>Se eliminó %n archivo antiguo de la segunda copia</numerusform>
+            <numerusform>Se eliminaron %n archivos antiguos de la segunda copia</numerusform>
+        </translation>
+    </message>
+    <message>
+        <source>The second copy goes on after %1; files behind: %2</source>
+        <translation>La segunda copia continúa después de %1; archivos pendientes: %2</translation>
+    </message>
+</context>
+<context>
     <name>ArchiveDialog</name>
     <message>
         <source>Archive</source>
@@ -459,6 +521,10 @@ O bien no se estaba registrando nada entonces, o bien la grabación ya se elimin
             <numerusform>¿Eliminar del disco %n grabación seleccionada?</numerusform>
             <numerusform>¿Eliminar del disco %n grabaciones seleccionadas?</numerusform>
         </translation>
+    </message>
+    <message>
+        <source>The original is missing or damaged. This is the second copy: %1</source>
+        <translation>El original falta o está dañado. Esta es la segunda copia: %1</translation>
     </message>
 </context>
 <context>
@@ -1135,6 +1201,30 @@ O bien no se estaba registrando nada entonces, o bien la grabación ya se elimin
         <source>&lt;p&gt;Available tokens:&lt;/p&gt;&lt;table&gt;&lt;tr&gt;&lt;td&gt;&lt;b&gt;%y&lt;/b&gt;&lt;/td&gt;&lt;td&gt;year (4 digits)&lt;/td&gt;&lt;/tr&gt;&lt;tr&gt;&lt;td&gt;&lt;b&gt;%m&lt;/b&gt;&lt;/td&gt;&lt;td&gt;month&lt;/td&gt;&lt;/tr&gt;&lt;tr&gt;&lt;td&gt;&lt;b&gt;%d&lt;/b&gt;&lt;/td&gt;&lt;td&gt;day&lt;/td&gt;&lt;/tr&gt;&lt;tr&gt;&lt;td&gt;&lt;b&gt;%hh&lt;/b&gt;&lt;/td&gt;&lt;td&gt;hour&lt;/td&gt;&lt;/tr&gt;&lt;tr&gt;&lt;td&gt;&lt;b&gt;%mm&lt;/b&gt;&lt;/td&gt;&lt;td&gt;minute&lt;/td&gt;&lt;/tr&gt;&lt;tr&gt;&lt;td&gt;&lt;b&gt;%ss&lt;/b&gt;&lt;/td&gt;&lt;td&gt;second&lt;/td&gt;&lt;/tr&gt;&lt;tr&gt;&lt;td&gt;&lt;b&gt;%sn&lt;/b&gt;&lt;/td&gt;&lt;td&gt;serial number, incremented automatically for each file&lt;/td&gt;&lt;/tr&gt;&lt;/table&gt;&lt;p&gt;The file extension is added automatically.&lt;/p&gt;</source>
         <translation>&lt;p&gt;Códigos disponibles:&lt;/p&gt;&lt;table&gt;&lt;tr&gt;&lt;td&gt;&lt;b&gt;%y&lt;/b&gt;&lt;/td&gt;&lt;td&gt;año (4 cifras)&lt;/td&gt;&lt;/tr&gt;&lt;tr&gt;&lt;td&gt;&lt;b&gt;%m&lt;/b&gt;&lt;/td&gt;&lt;td&gt;mes&lt;/td&gt;&lt;/tr&gt;&lt;tr&gt;&lt;td&gt;&lt;b&gt;%d&lt;/b&gt;&lt;/td&gt;&lt;td&gt;día&lt;/td&gt;&lt;/tr&gt;&lt;tr&gt;&lt;td&gt;&lt;b&gt;%hh&lt;/b&gt;&lt;/td&gt;&lt;td&gt;hora&lt;/td&gt;&lt;/tr&gt;&lt;tr&gt;&lt;td&gt;&lt;b&gt;%mm&lt;/b&gt;&lt;/td&gt;&lt;td&gt;minuto&lt;/td&gt;&lt;/tr&gt;&lt;tr&gt;&lt;td&gt;&lt;b&gt;%ss&lt;/b&gt;&lt;/td&gt;&lt;td&gt;segundo&lt;/td&gt;&lt;/tr&gt;&lt;tr&gt;&lt;td&gt;&lt;b&gt;%sn&lt;/b&gt;&lt;/td&gt;&lt;td&gt;número de serie, que aumenta automáticamente con cada archivo&lt;/td&gt;&lt;/tr&gt;&lt;/table&gt;&lt;p&gt;La extensión del archivo se añade automáticamente.&lt;/p&gt;</translation>
     </message>
+    <message>
+        <source>When the disk is full, delete the oldest first</source>
+        <translation>Cuando el disco esté lleno, eliminar primero las más antiguas</translation>
+    </message>
+    <message>
+        <source>Never below</source>
+        <translation>Nunca menos de</translation>
+    </message>
+    <message>
+        <source>Copy to</source>
+        <translation>Copiar a</translation>
+    </message>
+    <message>
+        <source>C&amp;hoose...</source>
+        <translation>El&amp;egir...</translation>
+    </message>
+    <message>
+        <source>Delete copies older than</source>
+        <translation>Eliminar copias anteriores a</translation>
+    </message>
+    <message>
+        <source>Select the folder of the second copy</source>
+        <translation>Seleccione la carpeta de la segunda copia</translation>
+    </message>
 </context>
 <context>
     <name>PauseButton</name>
@@ -1486,6 +1576,46 @@ O bien no se estaba registrando nada entonces, o bien la grabación ya se elimin
     </message>
 </context>
 <context>
+    <name>RetentionText</name>
+    <message>
+        <source>Nothing is ever deleted</source>
+        <translation>Nunca se elimina nada</translation>
+    </message>
+    <message>
+        <source>1 day needs %1</source>
+        <translation>1 día necesita %1</translation>
+    </message>
+    <message>
+        <source>%1 days need %2</source>
+        <translation>%1 días necesitan %2</translation>
+    </message>
+    <message>
+        <source>%1; how much is free is not known.</source>
+        <translation>%1; no se sabe cuánto hay libre.</translation>
+    </message>
+    <message>
+        <source>%1 are free, %2 hold recordings</source>
+        <translation>%1 están libres, %2 contienen grabaciones</translation>
+    </message>
+    <message>
+        <source>%1 are free</source>
+        <translation>%1 están libres</translation>
+    </message>
+    <message>
+        <source>enough for 1 day</source>
+        <translation>suficiente para 1 día</translation>
+    </message>
+    <message>
+        <source>enough for %1 days</source>
+        <translation>suficiente para %1 días</translation>
+    </message>
+    <message>
+        <source>%1; %2: %3.</source>
+        <comment>days need bytes; bytes are free: enough for days</comment>
+        <translation>%1; %2: %3.</translation>
+    </message>
+</context>
+<context>
     <name>ScheduleController</name>
     <message>
         <source>Scheduler enabled</source>
@@ -1706,6 +1836,23 @@ Archivo actual: %5
     </message>
 </context>
 <context>
+    <name>SpaceKeeper</name>
+    <message numerus="yes">
+        <source>Deleted %n recording(s), the oldest first, since the disk was full</source>
+        <translation>
+            <numerusform>Se eliminó %n grabación, la más antigua, porque el disco estaba lleno</numerusform>
+            <numerusform>Se eliminaron %n grabaciones, las más antiguas primero, porque el disco estaba lleno</numerusform>
+        </translation>
+    </message>
+    <message numerus="yes">
+        <source>The disk is nearly full (%1 free), and there is no recording that may be deleted: none is older than %n day(s). Free some space, or let fewer days be kept (Settings, Output).</source>
+        <translation>
+            <numerusform>El disco está casi lleno (%1 libres) y no hay ninguna grabación que se pueda eliminar: ninguna tiene más de %n día. Libere espacio o conserve menos días (Configuración, Salida).</numerusform>
+            <numerusform>El disco está casi lleno (%1 libres) y no hay ninguna grabación que se pueda eliminar: ninguna tiene más de %n días. Libere espacio o conserve menos días (Configuración, Salida).</numerusform>
+        </translation>
+    </message>
+</context>
+<context>
     <name>StartUp</name>
     <message>
         <source>Tidewell crashed again and again, so this start has waited for %1 seconds.</source>
@@ -1826,6 +1973,10 @@ Archivo actual: %5
         <source>TRYING AGAIN</source>
         <translation>REINTENTANDO</translation>
     </message>
+    <message>
+        <source>COPY</source>
+        <translation>COPIA</translation>
+    </message>
 </context>
 <context>
     <name>StatusBar</name>
@@ -1891,6 +2042,17 @@ Archivo actual: %5
     <message>
         <source>%1d %2h</source>
         <translation>%1d %2h</translation>
+    </message>
+    <message>
+        <source>COPY ok</source>
+        <translation>COPIA al día</translation>
+    </message>
+    <message numerus="yes">
+        <source>COPY %n file(s) behind</source>
+        <translation>
+            <numerusform>COPIA con %n archivo de atraso</numerusform>
+            <numerusform>COPIA con %n archivos de atraso</numerusform>
+        </translation>
     </message>
 </context>
 <context>

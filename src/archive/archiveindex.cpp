@@ -2,6 +2,7 @@
 
 #include "archive/durationprobe.h"
 #include "archive/recordsfile.h"
+#include "encode/durable.h"
 #include "settings/codectable.h"
 
 #include <QDir>
@@ -20,15 +21,6 @@ namespace {
 /// Some two million records, more than two centuries of hourly files. What is larger was not written by us, and
 /// parsing it would take several times its size in memory; the folder itself then tells what there is.
 constexpr qint64 MaxIndexBytes = 256 * 1024 * 1024;
-
-bool isAudioFile(const QString& name)
-{
-    return std::any_of(Codecs.begin(), Codecs.end(), [&name](const CodecRow& codec) {
-        const QLatin1String extension(codec.extension);
-        const auto dot = name.size() - extension.size() - 1;
-        return dot >= 0 && name.at(dot) == u'.' && name.endsWith(extension, Qt::CaseInsensitive);
-    });
-}
 
 /// A record of a file that the index does not know yet, or of which it knows no start but perhaps a length.
 RecordInfo newRecord(const QFileInfo& file, const QString& path, qint64 durationMs)
@@ -88,7 +80,8 @@ void ArchiveIndex::save()
         return;
     const QByteArray json = RecordsFile::toJson(records());
     // QSaveFile takes no notice of a write cut short, as on a full disk, and would put the rest in the old one's place.
-    if (file.write(json) != json.size() || !file.flush())
+    // A share may tell only when asked to sync.
+    if (file.write(json) != json.size() || !file.flush() || !syncToDisk(file))
         file.cancelWriting();
     file.commit();
 }
@@ -207,6 +200,15 @@ RecordInfo ArchiveIndex::recordAt(const QDateTime& moment) const
     if (!covering && runningAt)
         covering = newest;
     return covering ? covering->record : RecordInfo();
+}
+
+bool ArchiveIndex::isAudioFile(const QString& fileName)
+{
+    return std::any_of(Codecs.begin(), Codecs.end(), [&fileName](const CodecRow& codec) {
+        const QLatin1String extension(codec.extension);
+        const auto dot = fileName.size() - extension.size() - 1;
+        return dot >= 0 && fileName.at(dot) == u'.' && fileName.endsWith(extension, Qt::CaseInsensitive);
+    });
 }
 
 QDateTime ArchiveIndex::startFromFileName(const QString& fileName, const QDateTime& fallback)

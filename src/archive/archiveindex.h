@@ -40,6 +40,8 @@ public:
     /// recording may be of unknown length: it counts as running until now.
     RecordInfo recordAt(const QDateTime& moment) const;
 
+    /// Whether a file of this name is a recording, by its extension.
+    static bool isAudioFile(const QString& fileName);
     /// The local time written in a file name as yyyyMMdd, at most one non-digit, hhmmss; else the fallback.
     static QDateTime startFromFileName(const QString& fileName, const QDateTime& fallback);
 

@@ -39,16 +39,22 @@ int codecFromExtension(const QString& extension)
     return row == Codecs.end() ? Mp3 : int(row - Codecs.begin());
 }
 
-qint64 estimatedBytesPerSecond(const AppSettings& settings)
+qint64 estimatedBytesPerSecond(const RecordingFormat& format)
 {
-    const CodecRow& row = codecRow(settings.codec);
+    const CodecRow& row = codecRow(format.codec);
     switch (row.size) {
     case CodecRow::Size::ShareOfPcm:
-        return qint64(settings.sampleRate) * settings.channels * 2 * row.percentOfPcm / 100;
+        return qint64(format.sampleRate) * format.channels * 2 * row.percentOfPcm / 100;
     case CodecRow::Size::VorbisQuality:
-        return vorbisBytesPerSecond(settings.vorbisQuality, settings.channels);
+        return vorbisBytesPerSecond(format.vorbisQuality, format.channels);
     case CodecRow::Size::Bitrate:
         break;
     }
-    return qint64(settings.bitrate) * 125;
+    return qint64(format.bitrate) * 125;
+}
+
+qint64 estimatedBytesPerSecond(const AppSettings& settings)
+{
+    return estimatedBytesPerSecond(RecordingFormat{settings.codec, settings.sampleRate, settings.channels,
+                                                   settings.bitrate, settings.vorbisQuality});
 }

@@ -49,5 +49,15 @@ QString codecExtension(int codec);
 /// The codec of this extension in upper or lower case; an unknown one is MP3.
 int codecFromExtension(const QString& extension);
 
+/// What decides the size of a recording; units and ranges as in AppSettings.
+struct RecordingFormat {
+    int codec = 0;
+    int sampleRate = 0;
+    int channels = 0;
+    int bitrate = 0;
+    int vorbisQuality = 0;
+};
+/// What a recording in this format takes on disk, in bytes per second.
+qint64 estimatedBytesPerSecond(const RecordingFormat& format);
 /// What a recording with these settings takes on disk, in bytes per second, for the free-space display.
 qint64 estimatedBytesPerSecond(const AppSettings& settings);

@@ -7,22 +7,30 @@ DiskSpace::DiskSpace(QObject* parent) : QObject(parent), m_worker(this) {}
 
 void DiskSpace::ask(const QString& folder)
 {
-    if (!m_worker.isIdle() && folder == m_asked)
+    if (m_waiting && folder == m_asked)
         return;
     m_asked = folder;
+    m_waiting = true;
     m_worker.post([folder, reply = m_worker.reply(), this] {
-        reply([this, folder, bytes = query(folder)] {
+        reply([this, folder, room = measure(folder)] {
             if (folder != m_asked)
                 return;
-            m_freeBytes = bytes;
-            Q_EMIT changed(bytes);
+            m_waiting = false;
+            m_folder = folder;
+            m_room = room;
+            Q_EMIT changed(room.freeBytes);
         });
     });
 }
 
-qint64 DiskSpace::query(const QString& folder)
+DiskSpace::Room DiskSpace::measure(const QString& folder)
 {
     QDir().mkpath(folder);
     const QStorageInfo volume(folder);
-    return volume.isValid() && volume.isReady() ? volume.bytesAvailable() : -1;
+    return volume.isValid() && volume.isReady() ? Room{volume.bytesAvailable(), volume.bytesTotal()} : Room();
+}
+
+qint64 DiskSpace::query(const QString& folder)
+{
+    return measure(folder).freeBytes;
 }

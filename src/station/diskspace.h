@@ -14,7 +14,11 @@ public:
     /// Asks for this folder; changed() follows. Ignored while an answer for the same folder is awaited.
     void ask(const QString& folder);
     /// Free bytes as of the last answer; -1: unknown.
-    qint64 freeBytes() const { return m_freeBytes; }
+    qint64 freeBytes() const { return m_room.freeBytes; }
+    /// Size of the volume as of the last answer; -1: unknown.
+    qint64 totalBytes() const { return m_room.totalBytes; }
+    /// The folder that the last answer is about.
+    const QString& folder() const { return m_folder; }
 
     /// Free bytes of the folder's volume, -1 when that cannot be told. Makes the folder if it is missing. May wait for
     /// as long as the disk does.
@@ -25,7 +29,15 @@ Q_SIGNALS:
     void changed(qint64 freeBytes);
 
 private:
+    struct Room {
+        qint64 freeBytes = -1;
+        qint64 totalBytes = -1;
+    };
+    static Room measure(const QString& folder);
+
     Worker m_worker;
+    bool m_waiting = false; ///< for an answer
     QString m_asked; ///< the folder of the question under way
-    qint64 m_freeBytes = -1;
+    QString m_folder;
+    Room m_room;
 };

@@ -2,6 +2,7 @@
 
 #include "archive/housekeeper.h"
 #include "archive/recordinfo.h"
+#include "archive/spacekeeper.h"
 #include "engine/recorder.h"
 #include "net/silencealert.h"
 #include "settings/appsettings.h"
@@ -9,6 +10,7 @@
 #include "settings/settingstext.h"
 #include "station/alarmboard.h"
 #include "station/alarmoutbox.h"
+#include "station/archivecopy.h"
 #include "station/filehasher.h"
 #include "station/journal.h"
 
@@ -85,6 +87,25 @@ void JournalFeed::watch(Housekeeper* housekeeper)
 {
     connect(housekeeper, &Housekeeper::deleted, this,
             [this](const QString& path) { fileDeleted(path, name("retention")); });
+}
+
+void JournalFeed::watch(SpaceKeeper* keeper)
+{
+    connect(keeper, &SpaceKeeper::deleted, this, [this](const QString& path) { fileDeleted(path, name("space")); });
+}
+
+void JournalFeed::watch(ArchiveCopy* copy)
+{
+    connect(copy, &ArchiveCopy::copied, this, [this](const CopyEntry& entry) {
+        m_journal.write(name("file.copied"), {},
+                        {{name("file"), entry.file},
+                         {name("copy"), entry.copy},
+                         {name("bytes"), entry.bytes},
+                         {name("sha256"), QString::fromLatin1(entry.sha256)}});
+    });
+    connect(copy, &ArchiveCopy::deleted, this, [this](const QString& copyName) {
+        m_journal.write(name("copy.deleted"), {}, {{name("copy"), copyName}, {name("reason"), name("retention")}});
+    });
 }
 
 void JournalFeed::watch(SilenceAlert* alert)

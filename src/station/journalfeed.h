@@ -11,11 +11,13 @@
 
 class AlarmBoard;
 class AlarmOutbox;
+class ArchiveCopy;
 class FileHasher;
 class Housekeeper;
 class Journal;
 class Recorder;
 class SilenceAlert;
+class SpaceKeeper;
 struct RecordInfo;
 
 /// Writes into the journal what the engines report. The names of the events and of their fields are kept for ever;
@@ -27,6 +29,8 @@ public:
 
     void watch(Recorder* recorder);
     void watch(Housekeeper* housekeeper);
+    void watch(SpaceKeeper* keeper);
+    void watch(ArchiveCopy* copy);
     void watch(SilenceAlert* alert);
     void watch(AlarmBoard* alarms);
     void watch(AlarmOutbox* outbox);
@@ -52,7 +56,7 @@ public:
     /// \param until invalid: not before somebody ends it.
     void paused(const QDateTime& until);
     void resumed();
-    /// \param reason "retention" or "hand".
+    /// \param reason "retention", "space" or "hand".
     void fileDeleted(const QString& path, const QString& reason);
     /// Writes the settings, without secrets: all of them the first time, afterwards those that have changed.
     void settingsChanged();

@@ -2,6 +2,7 @@
 
 #include "archive/archiveindex.h"
 #include "archive/housekeeper.h"
+#include "archive/spacekeeper.h"
 #include "engine/levelanalyzer.h"
 #include "engine/reasons.h"
 #include "engine/recorder.h"
@@ -12,6 +13,7 @@
 #include "settings/channel.h"
 #include "station/alarmboard.h"
 #include "station/alarmoutbox.h"
+#include "station/archivecopy.h"
 #include "station/audiowatch.h"
 #include "station/clockwatch.h"
 #include "station/diskspace.h"
@@ -40,6 +42,7 @@ Q_LOGGING_CATEGORY(lcStation, "tidewell.station")
 Q_LOGGING_CATEGORY(lcRecorder, "tidewell.recorder")
 Q_LOGGING_CATEGORY(lcScheduler, "tidewell.scheduler")
 Q_LOGGING_CATEGORY(lcHousekeeper, "tidewell.housekeeper")
+Q_LOGGING_CATEGORY(lcCopy, "tidewell.copy")
 Q_LOGGING_CATEGORY(lcTrigger, "tidewell.trigger")
 Q_LOGGING_CATEGORY(lcAlert, "tidewell.alert")
 Q_LOGGING_CATEGORY(lcUpdate, "tidewell.update")
@@ -68,6 +71,7 @@ Station::Station(QObject* engineParent)
     createEngines(engineParent ? engineParent : this);
     connectEngines();
     connectJournal();
+    connectDisk();
     m_wishTimer.setTimerType(Qt::VeryCoarseTimer);
     connect(&m_wishTimer, &QTimer::timeout, this, &Station::updateWish);
     m_refresh.setTimerType(Qt::VeryCoarseTimer);
@@ -112,6 +116,8 @@ void Station::createEngines(QObject* parent)
     m_clockWatch = new ClockWatch(this);
     m_diskSpace = new DiskSpace(this);
     m_pause = new RecordingPause(this);
+    m_spaceKeeper = new SpaceKeeper(m_archive, this);
+    m_archiveCopy = new ArchiveCopy(m_archive, this);
     m_playbackName = new PlaybackName(this);
 }
 
@@ -188,6 +194,7 @@ void Station::watchAlarms()
     connect(m_alarms, &AlarmBoard::over, m_outbox, &AlarmOutbox::add);
     m_feed->watch(m_alarms);
     m_feed->watch(m_outbox);
+    connect(m_diskSpace, &DiskSpace::changed, this, &Station::judgeDisk);
     const auto connectLines = [this](auto* sender) {
         using Sender = std::remove_pointer_t<decltype(sender)>;
         connect(sender, &Sender::logMessage, this, [this](const QString& text) { addLine(lcAlert(), text, false); });
@@ -219,6 +226,30 @@ void Station::connectJournal()
     connect(m_audioWatch, &AudioWatch::audioReturned, m_feed, &JournalFeed::audioReturned);
     connect(m_clockWatch, &ClockWatch::clockSet, m_feed, &JournalFeed::clockSet);
     connect(&m_settings, &AppSettings::changed, m_feed, &JournalFeed::settingsChanged);
+}
+
+/// What keeps the disk from filling up, and the second copy.
+void Station::connectDisk()
+{
+    const auto askForSpace = [this] { m_diskSpace->ask(m_settings.outputFolder); };
+    connect(m_recorder, &Recorder::fileStarted, this, askForSpace);
+    connect(m_diskSpace, &DiskSpace::changed, m_spaceKeeper, [this](qint64 freeBytes) {
+        if (m_diskSpace->folder() == m_archive->folder()) // else the answer is about another disk, or another's folder
+            m_spaceKeeper->onFreeSpace(freeBytes, m_diskSpace->totalBytes());
+    });
+    connect(m_spaceKeeper, &SpaceKeeper::logMessage, this, [this, askForSpace](const QString& text) {
+        addLine(lcHousekeeper(), text, false);
+        askForSpace();
+    });
+    connect(m_spaceKeeper, &SpaceKeeper::errorOccurred, this,
+            [this](const QString& text) { addLine(lcHousekeeper(), text, true); });
+    connect(this, &Station::settingsApplied, m_archiveCopy, &ArchiveCopy::reload);
+    connect(m_archiveCopy, &ArchiveCopy::logMessage, this,
+            [this](const QString& text) { addLine(lcCopy(), text, false); });
+    connect(m_archiveCopy, &ArchiveCopy::errorOccurred, this,
+            [this](const QString& text) { addLine(lcCopy(), text, true); });
+    m_feed->watch(m_spaceKeeper);
+    m_feed->watch(m_archiveCopy);
 }
 
 void Station::begin()
@@ -492,11 +523,14 @@ void Station::updateWish()
         m_feed->wishChanged(wish);
 }
 
-/// Room that the retention would make in time does not count: it comes when it comes.
-bool Station::isDiskLow() const
+/// What is deleted anyway when the disk is full is as good as free.
+void Station::judgeDisk()
 {
-    const qint64 bytesPerHour = 3600 * estimatedBytesPerSecond(m_settings);
-    return m_diskSpace->freeBytes() >= 0 && m_diskSpace->freeBytes() < m_settings.diskLowHours * bytesPerHour;
+    const qint64 perHour = 3600 * estimatedBytesPerSecond(m_settings);
+    const qint64 free = m_diskSpace->freeBytes();
+    m_diskLow =
+        free >= 0 && free < m_settings.diskLowHours * perHour &&
+        (!m_settings.deleteWhenFull || free + m_spaceKeeper->deletableBytes() < m_settings.diskLowHours * perHour);
 }
 
 /// An attempt has worked.
@@ -660,7 +694,10 @@ StationStatus Station::state() const
     status.levelStuck = m_levels.levelStuck;
     status.cannotWrite = m_cannotWrite;
     status.triggerLost = !m_trigger->problem().isEmpty();
-    status.diskLow = isDiskLow();
+    status.diskLow = m_diskLow;
+    status.copyEnabled = m_archiveCopy->isEnabled();
+    status.copyBehind = m_archiveCopy->filesBehind();
+    status.copyLate = m_alarms->isRaised(AlarmKind::CopyBehind);
     return status;
 }
 

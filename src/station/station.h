@@ -16,6 +16,7 @@
 class AlarmBoard;
 class AlarmOutbox;
 class AppSettings;
+class ArchiveCopy;
 class ArchiveIndex;
 class AudioWatch;
 class ClockWatch;
@@ -33,6 +34,7 @@ class RecordingRetry;
 class Schedule;
 class ScheduleController;
 class SilenceAlert;
+class SpaceKeeper;
 class TriggerController;
 class UpdateChecker;
 struct UpdateInfo;
@@ -57,6 +59,8 @@ public:
     TriggerController* trigger() const { return m_trigger; }
     DiskSpace* diskSpace() const { return m_diskSpace; }
     RecordingPause* pause() const { return m_pause; }
+    SpaceKeeper* spaceKeeper() const { return m_spaceKeeper; }
+    ArchiveCopy* archiveCopy() const { return m_archiveCopy; }
     PlaybackName* playbackName() const { return m_playbackName; }
     Journal* journal() const { return m_journal; }
     StationStatus status() const;
@@ -117,6 +121,7 @@ private:
     void createEngines(QObject* parent);
     void connectEngines();
     void connectJournal();
+    void connectDisk();
     void addLine(const QLoggingCategory& category, const QString& text, bool isError);
     QString claimFolder();
     void useFolder();
@@ -134,7 +139,7 @@ private:
     void onStopped(const QString& reason);
     void watchAlarms();
     void lookAround();
-    bool isDiskLow() const;
+    void judgeDisk();
     void onProven();
     void onAudioBegan();
     void onAudioLost();
@@ -161,6 +166,8 @@ private:
     ClockWatch* m_clockWatch = nullptr;
     DiskSpace* m_diskSpace = nullptr;
     RecordingPause* m_pause = nullptr;
+    SpaceKeeper* m_spaceKeeper = nullptr;
+    ArchiveCopy* m_archiveCopy = nullptr;
     PlaybackName* m_playbackName = nullptr;
     std::unique_ptr<FolderLock> m_folderLock;
     AlarmBoard* m_alarms = nullptr;
@@ -174,6 +181,7 @@ private:
     QString m_shownState; ///< as stateChanged() last told
     QDateTime m_silentSince; ///< invalid: it is not silent
     bool m_cannotWrite = false;
+    bool m_diskLow = false; ///< looked at when the free space is known anew
     QTimer m_refresh;
     QTimer m_wishTimer;
     RecordingWish m_wish;

@@ -44,7 +44,7 @@ StationStatus::Word StationStatus::word() const
         return Word::NoAudio;
     if (silentSince.isValid())
         return Word::Silence;
-    return diskLow ? Word::Disk : Word::Recording;
+    return diskLow ? Word::Disk : copyLate ? Word::Copy : Word::Recording;
 }
 
 QString StationStatus::wordText() const
@@ -54,6 +54,8 @@ QString StationStatus::wordText() const
         break;
     case Word::Recording:
         return tr("RECORDING");
+    case Word::Copy:
+        return tr("COPY");
     case Word::Disk:
         return tr("DISK");
     case Word::Silence:
@@ -84,6 +86,7 @@ AlarmBoard::Conditions StationStatus::alarmConditions() const
     set(AlarmKind::NotRecording, wish.wanted && (!recording || tryingAgain));
     set(AlarmKind::CannotWrite, cannotWrite);
     set(AlarmKind::DiskLow, diskLow);
+    set(AlarmKind::CopyBehind, copyEnabled && copyBehind > 0);
     set(AlarmKind::TriggerLost, triggerLost);
     return conditions;
 }
@@ -113,6 +116,7 @@ QJsonObject StationStatus::toJson() const
             {QStringLiteral("noAudio"), noAudio},
             {QStringLiteral("silentSince"), time(silentSince)},
             {QStringLiteral("diskLow"), diskLow},
+            {QStringLiteral("copyBehind"), copyEnabled ? QJsonValue(copyBehind) : QJsonValue()},
             {QStringLiteral("lastError"), text(lastError)},
             {QStringLiteral("lastErrorAt"), time(lastErrorAt)},
             {QStringLiteral("lastFile"), text(lastFile)}};

@@ -47,12 +47,15 @@ public:
     bool cannotWrite = false; ///< the last attempt to write failed
     bool triggerLost = false; ///< one is configured and does not work
     bool diskLow = false; ///< the free space lasts for less than the settings ask for
+    bool copyEnabled = false; ///< there is a second copy
+    int copyBehind = 0; ///< closed recordings that it lacks
+    bool copyLate = false; ///< it has lacked some for as long as the settings tolerate
     QString lastError;
     QDateTime lastErrorAt; ///< invalid: no error since the start
     QString lastFile; ///< name of the last file closed
 
     /// The one thing that matters most just now.
-    enum class Word { Idle, Recording, Disk, Silence, NoAudio, NotRecording, TryingAgain };
+    enum class Word { Idle, Recording, Copy, Disk, Silence, NoAudio, NotRecording, TryingAgain };
     Word word() const;
     /// That in capitals, to be read from the door; empty while nothing is wanted and nothing recorded.
     QString wordText() const;

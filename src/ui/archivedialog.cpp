@@ -1,6 +1,7 @@
 #include "ui/archivedialog.h"
 
 #include "archive/archiveindex.h"
+#include "station/archivecopy.h"
 #include "ui/archivemodel.h"
 #include "ui/archiverangefilter.h"
 #include "ui/archivetable.h"
@@ -12,6 +13,7 @@
 #include <QCoreApplication>
 #include <QDateTimeEdit>
 #include <QDesktopServices>
+#include <QDir>
 #include <QFile>
 #include <QFileInfo>
 #include <QGroupBox>
@@ -66,9 +68,10 @@ QLabel* labelFor(const QString& text, QWidget* buddy)
 
 } // namespace
 
-ArchiveDialog::ArchiveDialog(ArchiveIndex* index, QWidget* parent)
+ArchiveDialog::ArchiveDialog(ArchiveIndex* index, QWidget* parent, const ArchiveCopy* copy)
     : QDialog(parent),
       m_index(index),
+      m_copy(copy),
       m_model(new ArchiveModel(index, this)),
       m_filter(new ArchiveRangeFilter(m_model, this)),
       m_player(new QMediaPlayer(this))
@@ -83,6 +86,11 @@ ArchiveDialog::ArchiveDialog(ArchiveIndex* index, QWidget* parent)
     layout->addWidget(m_table, 1);
     layout->addWidget(m_count);
     layout->addLayout(buildPlayerRow());
+    m_note = new QLabel;
+    m_note->setObjectName(QStringLiteral("note"));
+    m_note->setTextFormat(Qt::PlainText);
+    m_note->hide();
+    layout->addWidget(m_note);
 
     connect(m_table, &ArchiveTable::playRequested, this, &ArchiveDialog::playRow);
     connect(m_table, &ArchiveTable::pauseToggled, this, &ArchiveDialog::togglePause);
@@ -178,10 +186,8 @@ void ArchiveDialog::connectPlayer()
     connect(m_player, &QMediaPlayer::mediaStatusChanged, this, &ArchiveDialog::onMediaStatusChanged);
     connect(m_player, &QMediaPlayer::positionChanged, this, &ArchiveDialog::onPositionChanged);
     connect(m_player, &QMediaPlayer::durationChanged, this, &ArchiveDialog::onDurationChanged);
-    connect(m_player, &QMediaPlayer::errorOccurred, this, [this](QMediaPlayer::Error, const QString& text) {
-        m_pendingSeek = -1;
-        m_clock->setText(text);
-    });
+    connect(m_player, &QMediaPlayer::errorOccurred, this,
+            [this](QMediaPlayer::Error, const QString& text) { onPlayerError(text); });
     // As late as for the loaded signal, and for the same reason.
     connect(m_player, &QMediaPlayer::seekableChanged, this, &ArchiveDialog::startAtPendingSeek, Qt::QueuedConnection);
     m_seekPatience.setSingleShot(true);
@@ -271,24 +277,60 @@ void ArchiveDialog::playFromChosenTime()
 
 void ArchiveDialog::play(const RecordInfo& record, qint64 offsetMs)
 {
-    if (!QFile::exists(record.filePath)) {
+    const QFile original(record.filePath);
+    const QString copy = m_copy ? m_copy->copyOf(record) : QString();
+    if (!copy.isEmpty() && (!original.exists() || original.size() != m_copy->copiedBytes(record))) {
+        load(record, copy, offsetMs);
+        return;
+    }
+    if (!original.exists()) {
         PlainMessage::show(this, QMessageBox::Warning, tr("Archive"),
                            tr("The file no longer exists:\n%1").arg(record.filePath));
         m_index->rescan();
         return;
     }
+    load(record, record.filePath, offsetMs);
+    m_fallback = copy;
+}
+
+/// \param path of the recording, or of its copy.
+void ArchiveDialog::load(const RecordInfo& record, const QString& path, qint64 offsetMs)
+{
     unload(); // the player takes no notice of the source that it has already
     m_loaded = record;
+    m_offsetMs = offsetMs;
+    const bool isCopy = path != record.filePath;
+    m_note->setText(
+        isCopy
+            ? tr("The original is missing or damaged. This is the second copy: %1").arg(QDir::toNativeSeparators(path))
+            : QString());
+    m_note->setVisible(isCopy);
     m_pendingSeek = offsetMs > 0 ? offsetMs : -1;
-    m_player->setSource(QUrl::fromLocalFile(record.filePath));
+    m_player->setSource(QUrl::fromLocalFile(path));
     if (m_pendingSeek < 0)
         m_player->play();
+}
+
+/// The original of the right length may be unreadable, or full of zeros after a power cut.
+void ArchiveDialog::onPlayerError(const QString& text)
+{
+    m_pendingSeek = -1;
+    m_clock->setText(text);
+    if (const QString copy = std::exchange(m_fallback, {}); !copy.isEmpty()) {
+        // As late as for the loaded signal: the player must not be given another source inside its own signal.
+        QTimer::singleShot(0, this, [this, copy, record = m_loaded, offsetMs = m_offsetMs] {
+            if (record.filePath == m_loaded.filePath)
+                load(record, copy, offsetMs);
+        });
+    }
 }
 
 void ArchiveDialog::unload()
 {
     stopPlayback();
     m_loaded = {};
+    m_fallback.clear();
+    m_note->hide();
     m_player->setSource({});
     onPositionChanged(0);
 }

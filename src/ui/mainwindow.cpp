@@ -57,7 +57,8 @@ MainWindow::MainWindow(QWidget* parent)
       m_panel(new VfdPanel),
       m_controls(new ControlBar),
       m_log(new LogList),
-      m_status(new StatusBar)
+      m_status(new StatusBar),
+      m_state(new StateView(m_station, this, m_panel, m_status, m_tray))
 {
     setWindowTitle(Channel::named(tr("Tidewell")));
     setWindowIcon(QIcon(QStringLiteral(":/branding/icon.png")));
@@ -65,7 +66,6 @@ MainWindow::MainWindow(QWidget* parent)
     buildMenus();
     setStatusBar(m_status);
     connectStation();
-    new StateView(m_station, this, m_panel, m_status, m_tray);
     m_statusTimer.start(StatusMs);
     m_station->begin();
     restoreGeometry(m_settings.geometry);
@@ -183,7 +183,7 @@ void MainWindow::openScheduler()
 
 void MainWindow::openArchive()
 {
-    ArchiveDialog dialog(m_station->archive(), this);
+    ArchiveDialog dialog(m_station->archive(), this, m_station->archiveCopy());
     connect(&dialog, &ArchiveDialog::filesDeleted, m_station, &Station::onFilesDeleted);
     run(dialog);
 }
@@ -250,12 +250,12 @@ void MainWindow::refreshStatus()
     // A window that was hidden in a notification area must not stay lost with it.
     if (!m_tray->look() && !isVisible())
         bringToFront();
-    m_panel->setSourceText(StatusTexts::source(m_settings, m_station->playbackName()->name()));
+    m_panel->setSourceText(StatusTexts::source(m_settings, m_station->playbackName()->name(),
+                                               m_recorder->hasHeard() ? m_recorder->sourceDescription() : QString()));
     m_panel->setCodecText(StatusTexts::codec(m_settings));
     m_panel->setSchedule(m_settings.schedule);
     m_panel->setIdleText(m_station->pause()->text());
-    m_panel->setDiskText(
-        StatusTexts::diskLeft(m_station->diskSpace()->freeBytes(), estimatedBytesPerSecond(m_settings)));
+    m_state->showDisk();
 }
 
 void MainWindow::showAbout()

@@ -11,6 +11,7 @@ class ControlBar;
 class LogList;
 class Recorder;
 class Station;
+class StateView;
 class StatusBar;
 class TrayIcon;
 class UpdatePrompt;
@@ -74,5 +75,6 @@ private:
     ControlBar* m_controls;
     LogList* m_log;
     StatusBar* m_status;
+    StateView* m_state;
     QTimer m_statusTimer;
 };

@@ -130,21 +130,25 @@ QGroupBox* RecordingTab::buildFormat(AppSettings& settings, SettingsBinding& bin
     binding.onWrite([this, &settings] { settings.codec = codec(); });
     connect(m_codec, &QComboBox::currentIndexChanged, this, &RecordingTab::updateCodecOptions);
 
-    auto* sampleRate = new QComboBox;
+    m_sampleRate = new QComboBox;
     for (const int rate : SampleRates)
-        sampleRate->addItem(tr("%1 Hz").arg(rate), rate);
-    binding.bind(sampleRate, settings.sampleRate, tr("%1 Hz").arg(settings.sampleRate));
+        m_sampleRate->addItem(tr("%1 Hz").arg(rate), rate);
+    binding.bind(m_sampleRate, settings.sampleRate, tr("%1 Hz").arg(settings.sampleRate));
     m_bitrate = new QComboBox;
     for (const int rate : Bitrates)
         m_bitrate->addItem(tr("%1 kbps").arg(rate), rate);
     binding.bind(m_bitrate, settings.bitrate, tr("%1 kbps").arg(settings.bitrate));
-    auto* channels = new QComboBox;
-    channels->addItem(tr("mono"), 1);
-    channels->addItem(tr("stereo"), 2);
-    binding.bind(channels, settings.channels);
+    m_channels = new QComboBox;
+    m_channels->addItem(tr("mono"), 1);
+    m_channels->addItem(tr("stereo"), 2);
+    binding.bind(m_channels, settings.channels);
     m_vorbisQuality = new QSpinBox;
     m_vorbisQuality->setRange(-1, 10);
     binding.bind(m_vorbisQuality, settings.vorbisQuality);
+
+    for (const QComboBox* box : {m_codec, m_sampleRate, m_bitrate, m_channels})
+        connect(box, &QComboBox::currentIndexChanged, this, &RecordingTab::formatChanged);
+    connect(m_vorbisQuality, &QSpinBox::valueChanged, this, &RecordingTab::formatChanged);
 
     auto* gain = new QDoubleSpinBox;
     gain->setRange(-24.0, 24.0);
@@ -160,9 +164,9 @@ QGroupBox* RecordingTab::buildFormat(AppSettings& settings, SettingsBinding& bin
     auto* group = new QGroupBox(tr("Recording format"));
     auto* form = new QFormLayout(group);
     form->addRow(tr("Codec:"), m_codec);
-    form->addRow(tr("Sample rate:"), sampleRate);
+    form->addRow(tr("Sample rate:"), m_sampleRate);
     form->addRow(tr("Bit rate:"), m_bitrate);
-    form->addRow(tr("Channels:"), channels);
+    form->addRow(tr("Channels:"), m_channels);
     form->addRow(tr("Ogg quality:"), m_vorbisQuality);
     form->addRow(tr("Input gain:"), gain);
     form->addRow(limit);
@@ -172,6 +176,12 @@ QGroupBox* RecordingTab::buildFormat(AppSettings& settings, SettingsBinding& bin
 int RecordingTab::backend() const
 {
     return m_backend->currentData().toInt();
+}
+
+RecordingFormat RecordingTab::format() const
+{
+    return {codec(), m_sampleRate->currentData().toInt(), m_channels->currentData().toInt(),
+            m_bitrate->currentData().toInt(), m_vorbisQuality->value()};
 }
 
 int RecordingTab::codec() const

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "settings/codectable.h"
+
 #include <QByteArray>
 #include <QWidget>
 
@@ -21,8 +23,13 @@ public:
     /// The codec that the controls show.
     int codec() const;
 
+    /// The format that the controls show.
+    RecordingFormat format() const;
+
 Q_SIGNALS:
     void codecChanged(int codec);
+    /// format() is another one.
+    void formatChanged();
 
 private Q_SLOTS:
     /// Shows what belongs to the chosen kind of source.
@@ -43,7 +50,9 @@ private:
     QComboBox* m_deviceChannels = nullptr;
     QLabel* m_currentSource = nullptr;
     QComboBox* m_codec = nullptr;
+    QComboBox* m_sampleRate = nullptr;
     QComboBox* m_bitrate = nullptr;
+    QComboBox* m_channels = nullptr;
     QSpinBox* m_vorbisQuality = nullptr;
     // The device box serves two kinds of source; each keeps its own choice while the kind is changed back and forth.
     QByteArray m_inputId;

@@ -5,6 +5,7 @@
 #include "ui/alertstab.h"
 #include "ui/generaltab.h"
 #include "ui/outputtab.h"
+#include "ui/plainmessage.h"
 #include "ui/recordingtab.h"
 #include "ui/theme.h"
 #include "ui/triggerstab.h"
@@ -17,11 +18,14 @@ SettingsDialog::SettingsDialog(AppSettings& settings, QWidget* parent) : QDialog
 {
     setWindowTitle(tr("Settings"));
 
-    auto* tabs = new QTabWidget;
+    auto* tabs = m_tabs = new QTabWidget;
     auto* recording = new RecordingTab(settings, m_binding);
-    auto* output = new OutputTab(settings, m_binding);
+    auto* output = m_output = new OutputTab(settings, m_binding);
     output->setCodec(recording->codec());
     connect(recording, &RecordingTab::codecChanged, output, &OutputTab::setCodec);
+    output->setFormat(recording->format());
+    connect(recording, &RecordingTab::formatChanged, output,
+            [recording, output] { output->setFormat(recording->format()); });
     tabs->addTab(recording, tr("&Recording"));
     tabs->addTab(output, tr("&Output"));
     tabs->addTab(new TriggersTab(settings, m_binding), tr("&Triggers"));
@@ -40,6 +44,11 @@ SettingsDialog::SettingsDialog(AppSettings& settings, QWidget* parent) : QDialog
 
 void SettingsDialog::accept()
 {
+    if (const QString problem = m_output->problem(); !problem.isEmpty()) {
+        m_tabs->setCurrentWidget(m_output);
+        PlainMessage::show(this, QMessageBox::Warning, windowTitle(), problem);
+        return;
+    }
     m_binding.write();
     m_settings.save();
     AppSettings::setStartWithSystem(m_settings.startWithSystem);

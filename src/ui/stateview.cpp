@@ -1,8 +1,12 @@
 #include "ui/stateview.h"
 
+#include "settings/appsettings.h"
 #include "settings/channel.h"
+#include "station/archivecopy.h"
+#include "station/diskspace.h"
 #include "station/station.h"
 #include "ui/statusbar.h"
+#include "ui/statustexts.h"
 #include "ui/trayicon.h"
 #include "ui/vfdpanel.h"
 
@@ -10,6 +14,15 @@ StateView::StateView(const Station* station, QWidget* window, VfdPanel* panel, S
     : QObject(window), m_station(station), m_window(window), m_panel(panel), m_status(status), m_tray(tray)
 {
     connect(station, &Station::stateChanged, this, &StateView::show);
+    connect(station->archiveCopy(), &ArchiveCopy::stateChanged, this, &StateView::showDisk);
+}
+
+void StateView::showDisk()
+{
+    const AppSettings& settings = AppSettings::instance();
+    const ArchiveCopy* copy = m_station->archiveCopy();
+    m_panel->setDiskText(StatusTexts::diskLeft(m_station->diskSpace()->freeBytes(), estimatedBytesPerSecond(settings)) +
+                         StatusTexts::copy(copy->isEnabled(), copy->filesBehind()));
 }
 
 void StateView::show()

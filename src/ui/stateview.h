@@ -16,6 +16,9 @@ public:
     /// \param window whose title tells; becomes the parent.
     StateView(const Station* station, QWidget* window, VfdPanel* panel, StatusBar* status, TrayIcon* tray);
 
+    /// Shows how long the disk lasts, and how far the second copy is.
+    void showDisk();
+
 private:
     void show();
 

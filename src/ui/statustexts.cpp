@@ -16,7 +16,7 @@ QString withoutPassword(const QString& address)
 
 } // namespace
 
-QString StatusTexts::source(const AppSettings& settings, const QString& playbackLabel)
+QString StatusTexts::source(const AppSettings& settings, const QString& playbackLabel, const QString& recordedInput)
 {
     QString kind, name;
     switch (CaptureBackend(settings.backend)) {
@@ -31,7 +31,9 @@ QString StatusTexts::source(const AppSettings& settings, const QString& playback
     case CaptureBackend::InputDevice:
     default:
         kind = tr("IN");
-        name = settings.deviceLabel.isEmpty() ? tr("default input device") : settings.deviceLabel;
+        name = settings.deviceLabel.isEmpty() ? tr("default input device")
+               : recordedInput.isEmpty()      ? settings.deviceLabel
+                                              : recordedInput;
         break;
     }
     return QStringLiteral("%1 · %2").arg(kind, name);
@@ -51,4 +53,12 @@ QString StatusTexts::diskLeft(qint64 freeBytes, qint64 bytesPerSecond)
         return tr("unknown");
     const qint64 seconds = freeBytes / qMax<qint64>(bytesPerSecond, 1);
     return tr("%1d %2h").arg(seconds / 86'400).arg(seconds % 86'400 / 3600);
+}
+
+QString StatusTexts::copy(bool enabled, int filesBehind)
+{
+    if (!enabled)
+        return {};
+    return QStringLiteral(" · ") +
+           (filesBehind == 0 ? tr("COPY ok") : tr("COPY %n file(s) behind", nullptr, filesBehind));
 }
