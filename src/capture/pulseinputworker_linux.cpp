@@ -4,6 +4,7 @@
 
 #include <QAudio>
 #include <QLoggingCategory>
+#include <QMutex>
 #include <QScopeGuard>
 
 #include <algorithm>
@@ -22,9 +23,15 @@ constexpr auto LookInterval = 1s;
 /// How long to wait for the list that tells whether a device is gone. Its stream may end first.
 constexpr auto ListTimeout = 1s;
 
+/// Says why in detail, once: while a server is away it is asked every few seconds.
 QString openFailed(const char* step, const QString& reason)
 {
-    qCWarning(lcInput, "%s: %ls", step, qUtf16Printable(reason));
+    static QMutex mutex; // each run has a thread of its own
+    static QString said;
+    const QString details = QStringLiteral("%1: %2").arg(QLatin1String(step), reason);
+    const QMutexLocker lock(&mutex);
+    if (std::exchange(said, details) != details)
+        qCWarning(lcInput, "%ls", qUtf16Printable(details));
     return QtAudioCapture::openFailedText();
 }
 
