@@ -11,14 +11,12 @@
 #include "net/updatechecker.h"
 #include "settings/appsettings.h"
 #include "settings/channel.h"
-#include "station/alarmboard.h"
-#include "station/alarmoutbox.h"
+#include "station/alarmcentre.h"
 #include "station/archivecopy.h"
 #include "station/audiowatch.h"
 #include "station/clockwatch.h"
 #include "station/diskspace.h"
 #include "station/folderlock.h"
-#include "station/heartbeat.h"
 #include "station/journal.h"
 #include "station/journalfeed.h"
 #include "station/playbackname.h"
@@ -53,7 +51,6 @@ namespace {
 constexpr auto RefreshInterval = 30s;
 constexpr auto WishInterval = 5s;
 constexpr auto StartupCheckDelay = 8s;
-constexpr auto LookInterval = 1s;
 /// A full disk takes the first blocks of each attempt.
 constexpr auto ProvenAfter = 3s;
 constexpr qint64 OverloadLineMs = 60'000;
@@ -79,7 +76,6 @@ Station::Station(QObject* engineParent)
     m_proving.setSingleShot(true);
     m_proving.setInterval(ProvenAfter);
     connect(&m_proving, &QTimer::timeout, this, &Station::onProven);
-    watchAlarms();
 }
 
 Station::~Station()
@@ -106,11 +102,10 @@ void Station::createEngines(QObject* parent)
     m_silenceAlert = new SilenceAlert(this);
     m_feed = new JournalFeed(*m_journal, this);
     m_audioWatch = new AudioWatch(m_recorder, this);
-    m_alarms = new AlarmBoard(this);
-    m_outbox = new AlarmOutbox(
-        Channel::dataFolder() + QStringLiteral("/alarms.json"), [this] { return status().toJson(); }, this);
-    m_heartbeat =
-        new Heartbeat([this] { return m_audioWatch->secondsSinceAudio() >= 0.0 && !m_audioWatch->isLost(); }, this);
+    m_alarms = new AlarmCentre(m_recorder,
+                               {[this] { return state(); }, [this] { return status(); },
+                                [this] { return m_audioWatch->secondsSinceAudio() >= 0.0 && !m_audioWatch->isLost(); }},
+                               this);
     m_retry = new RecordingRetry(
         m_recorder, [this] { return currentWish(); }, this);
     m_clockWatch = new ClockWatch(this);
@@ -144,7 +139,6 @@ void Station::connectEngines()
     connect(m_recorder, &Recorder::channelLevels, this, [this](double leftPeakDb, double rightPeakDb) {
         m_leftDb = leftPeakDb;
         m_rightDb = rightPeakDb;
-        m_levelWatch.add(leftPeakDb, rightPeakDb, m_settings.silenceThresholdDb);
     });
     connect(m_recorder, &Recorder::recordingChanged, this, [this](bool recording) {
         m_startedAt = recording ? QDateTime::currentDateTime() : QDateTime();
@@ -158,6 +152,11 @@ void Station::connectEngines()
     connect(m_audioWatch, &AudioWatch::restartWanted, m_recorder, &Recorder::restartSource);
     connect(m_schedule, &ScheduleController::logMessage, this, logAs(lcScheduler()));
     connect(m_housekeeper, &Housekeeper::logMessage, this, logAs(lcHousekeeper()));
+    connect(m_retry, &RecordingRetry::changed, m_alarms, &AlarmCentre::look);
+    connect(m_alarms, &AlarmCentre::stateChanged, this, &Station::stateChanged);
+    connect(m_alarms, &AlarmCentre::logMessage, this, logAs(lcAlert()));
+    connect(m_alarms, &AlarmCentre::errorOccurred, this, logErrorAs(lcAlert()));
+    connect(m_diskSpace, &DiskSpace::changed, this, &Station::judgeDisk);
     connect(m_trigger, &TriggerController::errorOccurred, this, [this](const QString& text) { m_triggerError = text; });
     connect(m_trigger, &TriggerController::logMessage, this,
             [this](const QString& text) { addLine(lcTrigger(), text, text == std::exchange(m_triggerError, {})); });
@@ -176,48 +175,10 @@ void Station::connectEngines()
     });
 }
 
-/// Looks at what is the case once a second: an alarm is about what lasts.
-void Station::watchAlarms()
-{
-    m_clock.start();
-    m_look.setInterval(LookInterval);
-    connect(&m_look, &QTimer::timeout, this, &Station::lookAround);
-    connect(m_recorder, &Recorder::recordingChanged, this, &Station::lookAround);
-    connect(m_retry, &RecordingRetry::changed, this, &Station::lookAround);
-    const auto logAlarm = [this](const Alarm& alarm) {
-        if (AlarmRows[size_t(alarm.kind)].isLogged)
-            addLine(lcAlert(), alarm.text, !alarm.isOver);
-    };
-    connect(m_alarms, &AlarmBoard::raised, this, logAlarm);
-    connect(m_alarms, &AlarmBoard::over, this, logAlarm);
-    connect(m_alarms, &AlarmBoard::raised, m_outbox, &AlarmOutbox::add);
-    connect(m_alarms, &AlarmBoard::over, m_outbox, &AlarmOutbox::add);
-    m_feed->watch(m_alarms);
-    m_feed->watch(m_outbox);
-    connect(m_diskSpace, &DiskSpace::changed, this, &Station::judgeDisk);
-    const auto connectLines = [this](auto* sender) {
-        using Sender = std::remove_pointer_t<decltype(sender)>;
-        connect(sender, &Sender::logMessage, this, [this](const QString& text) { addLine(lcAlert(), text, false); });
-        connect(sender, &Sender::failed, this, [this](const QString& text) { addLine(lcAlert(), text, true); });
-    };
-    connectLines(m_outbox);
-    connectLines(m_heartbeat);
-}
-
-void Station::lookAround()
-{
-    if (m_exiting)
-        return;
-    if (m_recorder->isRecording())
-        m_levels = m_levelWatch.look();
-    const StationStatus now = state();
-    m_alarms->look(now.alarmConditions(), m_clock.elapsed(), QDateTime::currentDateTime());
-    if (now.wordText() != std::exchange(m_shownState, now.wordText()))
-        Q_EMIT stateChanged();
-}
-
 void Station::connectJournal()
 {
+    m_feed->watch(m_alarms->board());
+    m_feed->watch(m_alarms->outbox());
     m_feed->watch(m_recorder);
     m_feed->watch(m_housekeeper);
     m_feed->watch(m_silenceAlert);
@@ -258,9 +219,7 @@ void Station::begin()
     useFolder();
     m_refresh.start(RefreshInterval);
     m_wishTimer.start(WishInterval);
-    m_look.start();
-    m_outbox->send();
-    m_heartbeat->beat();
+    m_alarms->begin();
     synchroniseAutomatic();
     log(tr("Tidewell started"));
     // With the event loop, so that whoever shows the station is there.
@@ -274,7 +233,7 @@ void Station::begin()
 void Station::reportCrash(const QString& reportPath)
 {
     m_feed->programCrashed(reportPath);
-    m_alarms->tell(AlarmKind::Restarted, QDateTime::currentDateTime());
+    m_alarms->board()->tell(AlarmKind::Restarted, QDateTime::currentDateTime());
     logError(tr("Tidewell has crashed and was started again. This file may tell why: %1")
                  .arg(QDir::toNativeSeparators(reportPath)));
 }
@@ -416,8 +375,7 @@ void Station::applySettings(bool wasRecording)
         m_recorder->stop(Reason::text(Reason::SettingsChanged));
         m_recorder->start(Reason::text(Reason::SettingsChanged));
     }
-    m_outbox->send();
-    m_heartbeat->beat();
+    m_alarms->settingsChanged();
     synchroniseAutomatic();
     if (triggerEnded)
         m_schedule->evaluate(); // in a marked hour it goes on at once
@@ -452,6 +410,7 @@ void Station::reloadSettings()
 void Station::exit()
 {
     m_exiting = true;
+    m_alarms->stop();
     m_recorder->stop(Reason::text(Reason::Exit));
     Q_EMIT exitRequested();
 }
@@ -559,8 +518,6 @@ void Station::onStopped(const QString& reason)
             m_manual = false;
     }
     m_leftDb = m_rightDb = LevelAnalyzer::FloorDb;
-    m_levelWatch.reset();
-    m_levels = {};
     m_silentSince = {};
     m_proving.stop();
     m_cannotWrite = reason == QLatin1String(Reason::WriteError) || reason == QLatin1String(Reason::SplitFailed) ||
@@ -690,14 +647,14 @@ StationStatus Station::state() const
     status.tryingAgain = m_wish.wanted && (m_retry->isTrying() || m_attempts.isFailing());
     status.noAudio = m_audioWatch->isLost();
     status.silentSince = m_silentSince;
-    status.channelDead = m_levels.channelDead && m_settings.channels == 2;
-    status.levelStuck = m_levels.levelStuck;
+    status.channelDead = m_alarms->levels().channelDead && m_settings.channels == 2;
+    status.levelStuck = m_alarms->levels().levelStuck;
     status.cannotWrite = m_cannotWrite;
     status.triggerLost = !m_trigger->problem().isEmpty();
     status.diskLow = m_diskLow;
     status.copyEnabled = m_archiveCopy->isEnabled();
     status.copyBehind = m_archiveCopy->filesBehind();
-    status.copyLate = m_alarms->isRaised(AlarmKind::CopyBehind);
+    status.copyLate = m_alarms->board()->isRaised(AlarmKind::CopyBehind);
     return status;
 }
 

@@ -3,7 +3,6 @@
 #include "station/stationstatus.h"
 
 #include "station/attemptlog.h"
-#include "station/levelwatch.h"
 #include <QDateTime>
 
 #include <QElapsedTimer>
@@ -13,8 +12,7 @@
 #include <chrono>
 #include <memory>
 
-class AlarmBoard;
-class AlarmOutbox;
+class AlarmCentre;
 class AppSettings;
 class ArchiveCopy;
 class ArchiveIndex;
@@ -22,7 +20,6 @@ class AudioWatch;
 class ClockWatch;
 class DiskSpace;
 class FolderLock;
-class Heartbeat;
 class Housekeeper;
 class Journal;
 class JournalFeed;
@@ -137,8 +134,6 @@ private:
     void onOverload();
     void onStarted(const QString& reason);
     void onStopped(const QString& reason);
-    void watchAlarms();
-    void lookAround();
     void judgeDisk();
     void onProven();
     void onAudioBegan();
@@ -170,15 +165,8 @@ private:
     ArchiveCopy* m_archiveCopy = nullptr;
     PlaybackName* m_playbackName = nullptr;
     std::unique_ptr<FolderLock> m_folderLock;
-    AlarmBoard* m_alarms = nullptr;
-    AlarmOutbox* m_outbox = nullptr;
-    Heartbeat* m_heartbeat = nullptr;
-    LevelWatch m_levelWatch;
-    LevelWatch::Verdict m_levels;
-    QElapsedTimer m_clock; ///< of the alarms
-    QTimer m_look;
+    AlarmCentre* m_alarms = nullptr;
     QTimer m_proving; ///< runs until a run has had audio for long enough
-    QString m_shownState; ///< as stateChanged() last told
     QDateTime m_silentSince; ///< invalid: it is not silent
     bool m_cannotWrite = false;
     bool m_diskLow = false; ///< looked at when the free space is known anew

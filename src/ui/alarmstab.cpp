@@ -30,6 +30,8 @@ QGroupBox* AlarmsTab::createList(AppSettings& settings, SettingsBinding& binding
     grid->addWidget(new QLabel(tr("Tell me of")), 0, 0);
     grid->addWidget(new QLabel(tr("if it lasts")), 0, 1);
     for (const AlarmRow& row : AlarmRows) {
+        if (row.kind == AlarmKind::ClockWrong)
+            continue; // nothing tells of it yet
         AlarmSetting& alarm = settings.alarms[size_t(row.kind)];
         auto* wanted = new QCheckBox(AlarmBoard::displayName(row.kind));
         binding.bind(wanted, alarm.enabled);
