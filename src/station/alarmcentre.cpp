@@ -24,7 +24,8 @@ AlarmCentre::AlarmCentre(Recorder* recorder, Station station, QObject* parent)
       m_station(std::move(station)),
       m_board(new AlarmBoard(this)),
       m_outbox(new AlarmOutbox(
-          Channel::dataFolder() + QStringLiteral("/alarms.json"), [this] { return m_station.status().toJson(); }, this)),
+          Channel::dataFolder() + QStringLiteral("/alarms.json"), [this] { return m_station.status().toJson(); },
+          this)),
       m_heartbeat(new Heartbeat(m_station.isAudioWritten, this))
 {
     m_clock.start();

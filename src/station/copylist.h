@@ -37,7 +37,7 @@ public:
     const QHash<QString, CopyEntry>& entries() const { return m_entries; }
 
 private:
-    bool append(const QByteArray& line);
+    bool append(const QByteArray& text);
     bool rewrite() const;
 
     QString m_path;

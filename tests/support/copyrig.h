@@ -30,17 +30,19 @@ struct CopyRig {
                                              ArchiveCopy::Environment{dir.filePath("memory"), "host.",
                                                                       [this] { return nowMs; }, 25ms, 50ms, 300ms,
                                                                       beforeCompare});
-        QObject::connect(copy.get(), &ArchiveCopy::logMessage, [this](const QString& text) { lines << text; });
-        QObject::connect(copy.get(), &ArchiveCopy::errorOccurred, [this](const QString& text) { errors << text; });
-        QObject::connect(copy.get(), &ArchiveCopy::copied, [this](const CopyEntry& entry) { copied << entry.copy; });
+        QObject::connect(copy.get(), &ArchiveCopy::logMessage, copy.get(),
+                         [this](const QString& text) { lines << text; });
+        QObject::connect(copy.get(), &ArchiveCopy::errorOccurred, copy.get(),
+                         [this](const QString& text) { errors << text; });
+        QObject::connect(copy.get(), &ArchiveCopy::copied, copy.get(),
+                         [this](const CopyEntry& entry) { copied << entry.copy; });
         copy->reload();
     }
     /// A recording that was closed this many hours ago.
     RecordInfo add(const QString& name, int hoursAgo, const QByteArray& content = "audio")
     {
-        const RecordInfo record{
-            name, source + u'/' + name, QDateTime::fromMSecsSinceEpoch(nowMs - hoursAgo * 3'600'000LL),
-            1000, content.size(),       false};
+        RecordInfo record{name, source + u'/' + name, QDateTime::fromMSecsSinceEpoch(nowMs - hoursAgo * 3'600'000LL),
+                          1000, content.size(),       false};
         write(record.filePath, content);
         QFile file(record.filePath);
         if (!file.open(QIODevice::Append) || !file.setFileTime(record.start, QFileDevice::FileModificationTime))
