@@ -123,7 +123,7 @@ private Q_SLOTS:
     {
         const WordRows row;
         row(
-            "idle", [](StationStatus&) {}, "", false);
+            "idle", [](StationStatus&) {}, "NOT RECORDING", false);
         row(
             "records", [](StationStatus& s) { s.recording = true; }, "RECORDING", false);
         row(

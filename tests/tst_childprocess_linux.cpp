@@ -87,6 +87,18 @@ private Q_SLOTS:
         QVERIFY(!*byItself);
     }
 
+    /// Whoever waits hears by the result, and not by the call as well.
+    void endWhileItEndsLater()
+    {
+        ChildProcess child;
+        QVERIFY(child.launch("sh", {"-c", "sleep .2; cat"}));
+        bool called = false;
+        child.endLater({10s, 1s, 1s}, [&](bool) { called = true; });
+        QVERIFY(child.end({10s, 1s, 1s}));
+        QCoreApplication::processEvents();
+        QVERIFY(!called);
+    }
+
     void end_data()
     {
         const EndRows row;

@@ -5,7 +5,6 @@
 #include <QByteArray>
 #include <QList>
 #include <QString>
-#include <QTimer>
 
 #include <functional>
 #include <utility>
@@ -29,16 +28,16 @@ public:
 
     /// Whether the file has taken nothing for 10 s of what was handed over. Only a new file helps then.
     virtual bool isStuck() const { return false; }
-    /// Whether so much waits for the file that close() would take long.
+    /// Whether close() would take long: much waits for the file, or it has taken nothing for a second.
     virtual bool isBehind() const { return false; }
     /// Gives back what was handed over and is not in the file, oldest first, and what a failed write() refused.
     virtual QList<QByteArray> takeQueued() { return std::exchange(m_refused, {}); }
-    /// close() without waiting, for a file that is stuck or behind. \param closed called when it is done, from the
-    /// event loop; not if this object dies before.
+    /// close() without waiting, for a file that is stuck or behind. \param closed called when it is done, possibly
+    /// before this returns; never if this object dies before.
     virtual void closeLater(std::function<void()> closed)
     {
         close();
-        QTimer::singleShot(0, std::move(closed));
+        closed();
     }
 
     /// Text of the last failure; empty if there was none.

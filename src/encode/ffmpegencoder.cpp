@@ -97,7 +97,8 @@ bool FfmpegEncoder::isStuck() const
 
 bool FfmpegEncoder::isBehind() const
 {
-    return isOpen() && m_process->waitingBytes() > QuicklyTakenBytes;
+    return isOpen() && (m_process->waitingBytes() > QuicklyTakenBytes || m_process->withoutProgress() > 1s ||
+                        !m_errorString.isEmpty());
 }
 
 QList<QByteArray> FfmpegEncoder::takeQueued()

@@ -64,6 +64,8 @@ Recorder::~Recorder()
 {
     stop(Reason::text(Reason::Shutdown));
     for (Closing& file : m_closing) {
+        if (file.record.filePath.isEmpty())
+            continue; // reported already
         const bool hadFailed = !file.encoder->errorString().isEmpty();
         file.encoder->close();
         reportClosed(*file.encoder, file.record, hadFailed);
@@ -111,7 +113,7 @@ bool Recorder::start(const QString& reason)
     m_hasHeard = false;
     m_worthRetrying = true;
     if (m_carriedFormat != m_format || m_carriedSince.hasExpired(CarriedAtMostMs))
-        m_carried.clear();
+        reportLost(bytesIn(std::exchange(m_carried, {})));
 
     if (!openSegment(m_environment.nowMs() - durationMs(bytesIn(m_carried))))
         return false;
@@ -245,6 +247,8 @@ qint64 Recorder::durationMs(qint64 bytes) const
 /// Lets the encoder finish the file in its own time, while the next one is begun.
 void Recorder::closeLater()
 {
+    if (!m_encoder) // a slot that heard of lost audio has stopped us
+        return;
     m_current.durationMs = durationMs(m_fileFrames * m_format.frameBytes());
     m_closing.push_back({std::move(m_encoder), std::exchange(m_current, {})});
     if (m_archive)
@@ -252,7 +256,7 @@ void Recorder::closeLater()
     const auto file = std::prev(m_closing.end());
     const bool hadFailed = !file->encoder->errorString().isEmpty();
     file->encoder->closeLater([this, file, hadFailed] {
-        reportClosed(*file->encoder, file->record, hadFailed);
+        reportClosed(*file->encoder, std::exchange(file->record, {}), hadFailed);
         // It is the encoder that calls.
         QTimer::singleShot(0, this, [this, file] { m_closing.erase(file); });
     });
@@ -300,7 +304,7 @@ void Recorder::replaceStuckEncoder()
     if (!m_recording) // a slot has stopped us
         return;
     if (!openSegment(m_environment.nowMs() - durationMs(bytesIn(m_carried))))
-        stop(Reason::text(Reason::SplitFailed));
+        fail({}, Reason::SplitFailed);
     else if (!writeCarried())
         fail(tr("Write failed: %1").arg(m_encoder->errorString()), Reason::WriteError);
 }
@@ -311,11 +315,22 @@ void Recorder::takeQueued()
     const QList<QByteArray> queued = m_encoder->takeQueued();
     m_fileFrames -= std::min(m_fileFrames, bytesIn(queued) / m_format.frameBytes());
     m_carried = queued + m_carried;
-    m_carriedFormat = m_format;
-    m_carriedSince.start();
+    carry({});
     qint64 lost = 0;
     for (qint64 left = bytesIn(m_carried); left > CarriedAtMostBytes; left = bytesIn(m_carried))
         lost += m_carried.takeFirst().size();
+    reportLost(lost);
+}
+
+void Recorder::carry(const QList<QByteArray>& blocks)
+{
+    m_carried += blocks;
+    m_carriedFormat = m_format;
+    m_carriedSince.start();
+}
+
+void Recorder::reportLost(qint64 lost)
+{
     if (lost > 0)
         Q_EMIT errorOccurred(
             tr("%n second(s) of audio are lost: no file took them.", nullptr, int(durationMs(lost) / 1000)));
@@ -343,7 +358,8 @@ void Recorder::stop(const QString& reason)
     // A run that failed with nothing in its file was a failed start, which only showed late.
     m_failed&& m_fileFrames == 0 ? discardSegment() : closeSegment();
     m_recording = false;
-    m_failed = false;
+    if (!std::exchange(m_failed, false))
+        m_carried.clear(); // what was recorded for one who has stopped it is not for the next one
     Q_EMIT recordingChanged(false);
     Q_EMIT elapsedChanged(0);
     Q_EMIT levelChanged(LevelAnalyzer::FloorDb, LevelAnalyzer::FloorDb);
@@ -363,14 +379,18 @@ void Recorder::onData(const QByteArray& pcmS16)
         return;
 
     const qint64 nowMs = m_environment.nowMs();
-    if (m_segmentEndMs && nowMs >= *m_segmentEndMs) {
+    const bool splits = m_segmentEndMs && nowMs >= *m_segmentEndMs;
+    if (splits && m_encoder && m_encoder->isBehind())
+        takeQueued(); // it may hang, and the next file does not
+    if (splits)
         closeSegment();
-        if (!openSegment(nowMs)) {
-            stop(Reason::text(Reason::SplitFailed));
-            return;
-        }
+    if (!m_recording) // by a slot that heard of the file
+        return;
+    carry({pcmS16});
+    if (splits && !openSegment(nowMs)) {
+        fail({}, Reason::SplitFailed);
+        return;
     }
-    m_carried.append(pcmS16);
     if (m_encoder && writeCarried())
         return;
     fail(tr("Write failed: %1").arg(m_encoder ? m_encoder->errorString() : tr("no encoder")), Reason::WriteError);

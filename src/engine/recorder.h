@@ -104,6 +104,8 @@ private:
     void closeLater();
     void replaceStuckEncoder();
     void takeQueued();
+    void carry(const QList<QByteArray>& blocks);
+    void reportLost(qint64 lost);
     qint64 durationMs(qint64 bytes) const;
     bool writeCarried();
     void fail(const QString& text, const char* reason);

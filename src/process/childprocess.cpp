@@ -105,6 +105,10 @@ QList<QByteArray> ChildProcess::takeWaiting()
 
 bool ChildProcess::end(const Patience& patience)
 {
+    // From here on somebody waits, and hears by the result.
+    m_step = Step::Over;
+    m_stepTimer.stop();
+    m_ended = nullptr;
     if (!isRunning())
         return true;
     if (patience.endOfInput > 0ms) {

@@ -23,7 +23,11 @@ void AlarmBoard::look(const Conditions& conditions, qint64 monotonicMs, const QD
     for (const AlarmRow& row : AlarmRows) {
         const auto index = size_t(row.kind);
         State& state = m_states[index];
-        const bool holds = conditions[index] && settings.alarms[index].enabled;
+        if (!settings.alarms[index].enabled) { // it is not over because nobody wants to hear of it
+            state = {};
+            continue;
+        }
+        const bool holds = conditions[index];
         if (holds && !state.sinceMs) {
             state.sinceMs = monotonicMs;
             state.since = now;

@@ -75,8 +75,12 @@ void AlarmCentre::look()
     if (m_recorder->isRecording())
         m_verdict = m_levels.look();
     const StationStatus now = m_station.state();
-    m_board->look(now.alarmConditions(), m_clock.elapsed(), QDateTime::currentDateTime());
-    const QString shown = QStringLiteral("%1 %2").arg(now.wordText()).arg(now.diskLow);
+    AlarmBoard::Conditions conditions = now.alarmConditions();
+    // While nothing is heard of the source, what was wrong with it counts as wrong.
+    for (const AlarmKind kind : {AlarmKind::NoAudio, AlarmKind::Silence, AlarmKind::ChannelDead, AlarmKind::LevelStuck})
+        conditions[size_t(kind)] |= now.tryingAgain && m_board->isRaised(kind);
+    m_board->look(conditions, m_clock.elapsed(), QDateTime::currentDateTime());
+    const QString shown = QStringLiteral("%1 %2").arg(now.wordText()).arg(int(now.isAlarming()) + 2 * int(now.diskLow));
     if (std::exchange(m_shown, shown) != shown)
         Q_EMIT stateChanged();
 }

@@ -37,6 +37,11 @@ AlarmOutbox::AlarmOutbox(const QString& path, std::function<QJsonObject()> statu
     connect(&m_web, &WebRequest::finished, this, [this](const QString& error) { end(Web, error.isEmpty(), error); });
 }
 
+AlarmOutbox::~AlarmOutbox()
+{
+    m_disk.finish(std::chrono::seconds(2));
+}
+
 bool AlarmOutbox::isWanted(Way way) const
 {
     const AppSettings& settings = AppSettings::instance();

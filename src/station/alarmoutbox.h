@@ -22,6 +22,9 @@ public:
     /// web.
     AlarmOutbox(const QString& path, std::function<QJsonObject()> status, QObject* parent = nullptr);
 
+    /// Waits 2 seconds at most for the disk.
+    ~AlarmOutbox() override;
+
     void add(const Alarm& alarm);
     /// Sends what is due; to be called when something was added, and after the program has started.
     void send();

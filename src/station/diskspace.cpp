@@ -3,15 +3,17 @@
 #include <QDir>
 #include <QStorageInfo>
 
-DiskSpace::DiskSpace(QObject* parent) : QObject(parent), m_worker(this) {}
+DiskSpace::DiskSpace(QObject* parent) : QObject(parent), m_worker(std::make_unique<Worker>(this)) {}
 
 void DiskSpace::ask(const QString& folder)
 {
     if (m_waiting && folder == m_asked)
         return;
+    if (m_waiting) // the folder that was asked before may hang, and must not hold the question for this one
+        m_worker = std::make_unique<Worker>(this);
     m_asked = folder;
     m_waiting = true;
-    m_worker.post([folder, reply = m_worker.reply(), this] {
+    m_worker->post([folder, reply = m_worker->reply(), this] {
         reply([this, folder, room = measure(folder)] {
             if (folder != m_asked)
                 return;

@@ -5,6 +5,8 @@
 #include <QObject>
 #include <QString>
 
+#include <memory>
+
 /// Asks how much room the recordings folder has, on a thread of its own: a share that hangs must not hold the program.
 class DiskSpace : public QObject {
     Q_OBJECT
@@ -35,7 +37,7 @@ private:
     };
     static Room measure(const QString& folder);
 
-    Worker m_worker;
+    std::unique_ptr<Worker> m_worker;
     bool m_waiting = false; ///< for an answer
     QString m_asked; ///< the folder of the question under way
     QString m_folder;

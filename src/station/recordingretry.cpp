@@ -22,13 +22,26 @@ RecordingRetry::RecordingRetry(Recorder* recorder, std::function<RecordingWish()
     connect(recorder, &Recorder::stopped, this, &RecordingRetry::onStopped);
 }
 
+void RecordingRetry::restart(const QString& reason)
+{
+    m_goesOn = true;
+    if (!m_recorder->start(reason) && m_recorder->isWorthRetrying())
+        setTrying(m_wish().wanted);
+}
+
+void RecordingRetry::cancel()
+{
+    m_goesOn = false;
+    setTrying(false);
+}
+
 void RecordingRetry::onStopped(const QString& reason)
 {
     if (!Reason::isError(reason) || !m_recorder->isWorthRetrying()) {
-        setTrying(false);
+        cancel();
         return;
     }
-    if (!m_recorder->hasHeard())
+    if (!m_recorder->hasHeard() && !m_goesOn)
         return; // an attempt of ours that failed late, or a start that never worked
     // Not at once again and again: a full disk refuses the first block of each attempt.
     const bool soon = !m_sinceEnd.isValid() || m_sinceEnd.hasExpired(AgainAtOnceMs);
@@ -46,13 +59,12 @@ void RecordingRetry::reconsider()
 
 void RecordingRetry::attempt()
 {
-    const RecordingWish wish = m_wish();
     if (!m_trying || m_recorder->isRecording())
         return;
-    if (!wish.wanted)
-        setTrying(false);
-    else if (!m_recorder->start(wish.by) && !m_recorder->isWorthRetrying())
-        setTrying(false);
+    const RecordingWish wish = m_wish();
+    const bool goesOn = wish.wanted && (m_recorder->start(wish.by) || m_recorder->isWorthRetrying());
+    if (!goesOn)
+        cancel();
 }
 
 void RecordingRetry::setTrying(bool trying)
@@ -60,6 +72,10 @@ void RecordingRetry::setTrying(bool trying)
     if (trying == m_trying)
         return;
     m_trying = trying;
-    trying ? m_timer.start() : m_timer.stop();
+    // In automatic mode the schedule makes the further attempts.
+    if (trying && m_wish().by != QLatin1String(Reason::Scheduler))
+        m_timer.start();
+    else
+        m_timer.stop();
     Q_EMIT changed();
 }

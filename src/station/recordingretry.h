@@ -21,8 +21,10 @@ public:
 
     /// Whether a recording ended by an error and has not begun again, although it is wanted.
     bool isTrying() const { return m_trying; }
+    /// Starts anew what ran a moment ago and was interrupted; if that fails, it is tried again like after an error.
+    void restart(const QString& reason);
     /// It works again, or the operator has decided otherwise.
-    void cancel() { setTrying(false); }
+    void cancel();
     /// To be called when the wish has changed.
     void reconsider();
 
@@ -38,5 +40,6 @@ private:
     std::function<RecordingWish()> m_wish;
     QTimer m_timer;
     QElapsedTimer m_sinceEnd; ///< of the last run that an error ended; invalid: there was none
+    bool m_goesOn = false; ///< what is being started had delivered audio before
     bool m_trying = false;
 };

@@ -104,7 +104,10 @@ void Station::createEngines(QObject* parent)
     m_audioWatch = new AudioWatch(m_recorder, this);
     m_alarms = new AlarmCentre(m_recorder,
                                {[this] { return state(); }, [this] { return status(); },
-                                [this] { return m_audioWatch->secondsSinceAudio() >= 0.0 && !m_audioWatch->isLost(); }},
+                                [this] {
+                                    return m_audioWatch->secondsSinceAudio() >= 0.0 && !m_audioWatch->isLost() &&
+                                           !m_cannotWrite && !m_attempts.isFailing();
+                                }},
                                this);
     m_retry = new RecordingRetry(
         m_recorder, [this] { return currentWish(); }, this);
@@ -183,8 +186,6 @@ void Station::connectJournal()
     m_feed->watch(m_housekeeper);
     m_feed->watch(m_silenceAlert);
     connect(m_audioWatch, &AudioWatch::audioBegan, m_feed, &JournalFeed::audioBegan);
-    connect(m_audioWatch, &AudioWatch::audioLost, m_feed, &JournalFeed::audioLost);
-    connect(m_audioWatch, &AudioWatch::audioReturned, m_feed, &JournalFeed::audioReturned);
     connect(m_clockWatch, &ClockWatch::clockSet, m_feed, &JournalFeed::clockSet);
     connect(&m_settings, &AppSettings::changed, m_feed, &JournalFeed::settingsChanged);
 }
@@ -334,8 +335,10 @@ void Station::onPauseEnded()
     const bool byHand = std::exchange(m_resumeByHand, false) && !m_settings.autoMode;
     m_schedule->setPaused(false);
     m_trigger->setPaused(false);
-    if (byHand)
-        m_recorder->start(Reason::text(Reason::Manual));
+    if (byHand) {
+        m_manual = true;
+        m_retry->restart(Reason::text(Reason::Manual));
+    }
     updateWish();
 }
 
@@ -373,7 +376,7 @@ void Station::applySettings(bool wasRecording)
     // A recording that ended while the settings were being edited starts again only if somebody still wants it.
     if (wasRecording && !triggerEnded && (m_recorder->isRecording() || m_wish.wanted)) {
         m_recorder->stop(Reason::text(Reason::SettingsChanged));
-        m_recorder->start(Reason::text(Reason::SettingsChanged));
+        m_retry->restart(Reason::text(Reason::SettingsChanged));
     }
     m_alarms->settingsChanged();
     synchroniseAutomatic();
@@ -476,8 +479,10 @@ void Station::updateWish()
         return;
     const RecordingWish wish = currentWish();
     m_retry->reconsider();
-    if (!wish.wanted)
+    if (!wish.wanted) {
+        m_cannotWrite = false;
         endAttempts(false);
+    }
     if (wish != std::exchange(m_wish, wish))
         m_feed->wishChanged(wish);
 }
@@ -588,6 +593,13 @@ void Station::endAttempts(bool worked)
 void Station::onAudioBegan()
 {
     m_proving.start();
+    compareDevice();
+    refresh();
+}
+
+/// The chosen input device may be missing, and another one recorded in its place.
+void Station::compareDevice()
+{
     const QString label = m_settings.deviceLabel;
     const QString recorded = m_recorder->sourceDescription();
     // A device that was chosen by its identifier has no label of its own.
@@ -596,16 +608,23 @@ void Station::onAudioBegan()
     if (comparable && !label.isEmpty() && recorded != label)
         addLine(lcRecorder(),
                 tr("The chosen audio input %1 is not there. %2 is recorded instead.").arg(label, recorded), true);
-    refresh();
 }
 
+/// An attempt that hears nothing either is no news: a server that hangs takes a connection and says nothing.
 void Station::onAudioLost()
 {
+    if (m_attempts.isFailing())
+        return;
+    m_feed->audioLost();
     addLine(lcRecorder(), tr("No audio arrives from %1.").arg(m_recorder->sourceDescription()), true);
 }
 
 void Station::onAudioReturned(qint64 ms)
 {
+    if (m_attempts.isFailing())
+        return;
+    m_feed->audioReturned(ms);
+    compareDevice(); // the source was opened anew
     addLine(lcRecorder(), tr("Audio arrives again after %n second(s).", nullptr, int(ms / 1000)), false);
 }
 

@@ -137,6 +137,7 @@ private:
     void judgeDisk();
     void onProven();
     void onAudioBegan();
+    void compareDevice();
     void onAudioLost();
     void onAudioReturned(qint64 ms);
     void addFailure(const QString& text, bool isShown);

@@ -51,7 +51,8 @@ QString StationStatus::wordText() const
 {
     switch (word()) {
     case Word::Idle:
-        break;
+    case Word::NotRecording:
+        return tr("NOT RECORDING");
     case Word::Recording:
         return tr("RECORDING");
     case Word::Copy:
@@ -62,8 +63,6 @@ QString StationStatus::wordText() const
         return tr("SILENCE since %1").arg(silentSince.toString(QStringLiteral("HH:mm")));
     case Word::NoAudio:
         return tr("NO AUDIO");
-    case Word::NotRecording:
-        return tr("NOT RECORDING");
     case Word::TryingAgain:
         return tr("TRYING AGAIN");
     }

@@ -57,7 +57,7 @@ public:
     /// The one thing that matters most just now.
     enum class Word { Idle, Recording, Copy, Disk, Silence, NoAudio, NotRecording, TryingAgain };
     Word word() const;
-    /// That in capitals, to be read from the door; empty while nothing is wanted and nothing recorded.
+    /// That in capitals, to be read from the door.
     QString wordText() const;
     /// Whether somebody should come.
     bool isAlarming() const;
