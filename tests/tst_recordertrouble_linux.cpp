@@ -269,6 +269,53 @@ private Q_SLOTS:
         QVERIFY(first.size() / 4 >= held);
     }
 
+    /// The next file begins with what the last one did not take, and nobody waits for that one.
+    void encoderHangsAtTheSplit()
+    {
+        QTemporaryDir folder;
+        m_settings.outputFolder = folder.path();
+        m_settings.codec = Flac;
+        m_settings.splitMinutes = 1;
+        m_framesPerBlock = 1000;
+        qint64 aheadMs = 0;
+        Recorder::Environment environment = m_environment;
+        environment.nowMs = [&aheadMs] { return QDateTime::currentMSecsSinceEpoch() + aheadMs; };
+        QSignalSpy* files = nullptr;
+        qint64 longest = 0;
+        qint64 stuckAt = 0;
+        {
+            Recorder recorder(nullptr, nullptr, environment);
+            files = new QSignalSpy(&recorder, &Recorder::fileStarted);
+            QVERIFY(recorder.start());
+            const pid_t encoder = childId();
+            QTRY_VERIFY(m_next > 20'000);
+            kill(encoder, SIGSTOP);
+            stuckAt = m_next;
+            QTRY_VERIFY(m_next > stuckAt + 200'000);
+            aheadMs = 60'000;
+            QElapsedTimer time;
+            time.start();
+            while (time.elapsed() < 1000) {
+                QElapsedTimer turn;
+                turn.start();
+                QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
+                longest = qMax(longest, turn.elapsed());
+            }
+            kill(encoder, SIGCONT);
+        } // waits for both
+        const std::unique_ptr<QSignalSpy> started(files);
+        QCOMPARE(started->size(), 2);
+        QVERIFY2(longest < 500, qPrintable(QString::number(longest)));
+        const auto first = AudioFiles::decode(started->at(0)[0].toString());
+        const auto second = AudioFiles::decode(started->at(1)[0].toString());
+        const qint64 held = m_next - second.size() / 4;
+        QVERIFY(first == Counting::frames(0, first.size() / 4));
+        QVERIFY(second == Counting::frames(held, second.size() / 4));
+        // No gap. What QProcess had of it comes twice when the child comes to life again.
+        const qint64 twice = first.size() / 4 - held;
+        QVERIFY2(twice >= 0 && twice < 10'000, qPrintable(QString::number(twice)));
+    }
+
 private:
     qint64 m_next = 0;
     int m_framesPerBlock = 44100;

@@ -28,7 +28,9 @@ public:
 
     /// Whether the file has taken nothing for 10 s of what was handed over. Only a new file helps then.
     virtual bool isStuck() const { return false; }
-    /// Whether close() would take long: much waits for the file, or it has taken nothing for a second.
+    /// false: the file has taken nothing for a second of what was handed over, and may never again.
+    virtual bool makesProgress() const { return true; }
+    /// Whether close() would take long: much waits for the file, or it makes no progress.
     virtual bool isBehind() const { return false; }
     /// Gives back what was handed over and is not in the file, oldest first, and what a failed write() refused.
     virtual QList<QByteArray> takeQueued() { return std::exchange(m_refused, {}); }

@@ -95,10 +95,14 @@ bool FfmpegEncoder::isStuck() const
     return isOpen() && m_process->withoutProgress() >= StuckAfter;
 }
 
+bool FfmpegEncoder::makesProgress() const
+{
+    return !isOpen() || m_process->withoutProgress() <= 1s;
+}
+
 bool FfmpegEncoder::isBehind() const
 {
-    return isOpen() && (m_process->waitingBytes() > QuicklyTakenBytes || m_process->withoutProgress() > 1s ||
-                        !m_errorString.isEmpty());
+    return isOpen() && (m_process->waitingBytes() > QuicklyTakenBytes || !makesProgress() || !m_errorString.isEmpty());
 }
 
 QList<QByteArray> FfmpegEncoder::takeQueued()

@@ -32,6 +32,7 @@ public:
     void close() override;
     bool isOpen() const override;
     bool isStuck() const override;
+    bool makesProgress() const override;
     bool isBehind() const override;
     QList<QByteArray> takeQueued() override;
     void closeLater(std::function<void()> closed) override;

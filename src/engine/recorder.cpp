@@ -219,11 +219,12 @@ QString Recorder::freePath(const QDateTime& start) const
     return path;
 }
 
-void Recorder::closeSegment()
+/// \param takesLong although nothing waits for the file any more.
+void Recorder::closeSegment(bool takesLong)
 {
     if (!m_encoder)
         return;
-    if (m_encoder->isBehind() && m_closing.size() < ClosingAtMost) {
+    if ((takesLong || m_encoder->isBehind()) && m_closing.size() < ClosingAtMost) {
         closeLater();
         return;
     }
@@ -380,10 +381,11 @@ void Recorder::onData(const QByteArray& pcmS16)
 
     const qint64 nowMs = m_environment.nowMs();
     const bool splits = m_segmentEndMs && nowMs >= *m_segmentEndMs;
-    if (splits && m_encoder && m_encoder->isBehind())
-        takeQueued(); // it may hang, and the next file does not
+    const bool hangs = splits && m_encoder && !m_encoder->makesProgress();
+    if (hangs)
+        takeQueued(); // the next file may take it
     if (splits)
-        closeSegment();
+        closeSegment(hangs);
     if (!m_recording) // by a slot that heard of the file
         return;
     carry({pcmS16});

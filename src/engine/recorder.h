@@ -98,7 +98,7 @@ private:
         RecordInfo record;
     };
     bool openSegment(qint64 nowMs);
-    void closeSegment();
+    void closeSegment(bool takesLong = false);
     void discardSegment();
     void reportClosed(Encoder& encoder, RecordInfo record, bool hadFailed);
     void closeLater();
