@@ -150,13 +150,16 @@ private Q_SLOTS:
     {
         AttemptLog log;
         QVERIFY(log.addFailure("no device", Start));
-        QCOMPARE(log.line(), "no device");
+        QCOMPARE(log.line("no device"), "no device");
         for (int i = 1; i < 120; ++i) {
             log.hold({nullptr, "Recording started"});
             QVERIFY(!log.addFailure("no device", Start.addSecs(5 * i)));
         }
-        QCOMPARE(log.line(), "no device (tried 120 times since 03:12)");
         QVERIFY(log.addFailure("no disk", Start.addSecs(3600))); // other news
+        QVERIFY(!log.addFailure("no device", Start.addSecs(3605))); // they take turns
+        QCOMPARE(log.line("no device"), "no device (tried 121 times since 03:12)");
+        QCOMPARE(log.line("no disk"), "no disk");
+        QCOMPARE(log.failures(), 122);
         log.hold({nullptr, "Recording started"});
         QCOMPARE(log.end().size(), 1);
         QVERIFY(!log.isFailing());

@@ -7,8 +7,8 @@
 
 class QLoggingCategory;
 
-/// Keeps a row of failing attempts to record to one line of the log, which tells how many there were. The other lines
-/// of an attempt wait until it is known to work, and are forgotten when it fails.
+/// Keeps a row of failing attempts to record to one line of the log per error, which tells how many there were. The
+/// other lines of an attempt wait until it is known to work, and are forgotten when it fails.
 class AttemptLog {
     Q_DECLARE_TR_FUNCTIONS(AttemptLog)
 public:
@@ -16,17 +16,22 @@ public:
         const QLoggingCategory* category;
         QString text;
     };
+    /// More errors than take turns in one row of failures.
+    static constexpr qsizetype ErrorsAtMost = 8;
     /// More lines than one attempt has.
     static constexpr qsizetype HeldAtMost = 20;
 
     /// Whether a failure was the last thing that happened.
-    bool isFailing() const { return m_failures > 0; }
-    int failures() const { return m_failures; }
-    const QDateTime& since() const { return m_since; }
+    bool isFailing() const { return !m_errors.isEmpty(); }
+    /// How many there were in this row.
+    int failures() const;
+    /// When the first one was; only while isFailing().
+    const QDateTime& since() const { return m_errors.first().since; }
 
-    /// A failure. \return whether it needs a line of its own; else the last one is to be brought up to date: line().
+    /// A failure. \return whether it needs a line of its own; else that of this text is to be brought up to date.
     bool addFailure(const QString& text, const QDateTime& now);
-    QString line() const;
+    /// The line of this error as it should be.
+    QString line(const QString& text) const;
 
     void hold(const Line& line);
     void forgetHeld() { m_held.clear(); }
@@ -34,8 +39,13 @@ public:
     QList<Line> end();
 
 private:
-    QString m_text;
-    QDateTime m_since; ///< the first failure
-    int m_failures = 0;
+    struct Error {
+        QString text;
+        QDateTime since;
+        int failures = 0;
+    };
+    qsizetype indexOf(const QString& text) const;
+
+    QList<Error> m_errors; ///< of this row, in the order in which they first came
     QList<Line> m_held;
 };

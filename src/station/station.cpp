@@ -558,9 +558,9 @@ void Station::onRecorderError(const QString& text)
 /// \param isShown whether the log has the line already.
 void Station::addFailure(const QString& text, bool isShown)
 {
-    const QString before = m_attempts.line();
+    const QString before = m_attempts.line(text);
     if (!m_attempts.addFailure(text, QDateTime::currentDateTime()))
-        Q_EMIT errorAmended(before, m_attempts.line());
+        Q_EMIT errorAmended(before, m_attempts.line(text));
     else if (!isShown)
         addLine(lcRecorder(), text, true);
     forgetAttempt();
