@@ -36,7 +36,7 @@ public:
     virtual QList<QByteArray> takeQueued() { return std::exchange(m_refused, {}); }
     /// close() without waiting, for a file that is stuck or behind. \param closed called when it is done, possibly
     /// before this returns; never if this object dies before.
-    virtual void closeLater(std::function<void()> closed)
+    virtual void closeLater(const std::function<void()>& closed)
     {
         close();
         closed();

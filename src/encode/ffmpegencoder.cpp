@@ -119,9 +119,9 @@ void FfmpegEncoder::close()
     syncFile();
 }
 
-void FfmpegEncoder::closeLater(std::function<void()> closed)
+void FfmpegEncoder::closeLater(const std::function<void()>& closed)
 {
-    m_process->endLater(FinishPatience, [this, closed = std::move(closed)](bool inTime) {
+    m_process->endLater(FinishPatience, [this, closed](bool inTime) {
         noteEnd(inTime);
         m_process.release()->reap(); // it is the child that calls
         if (inTime) // else it may be the disk that hangs

@@ -35,7 +35,7 @@ public:
     bool makesProgress() const override;
     bool isBehind() const override;
     QList<QByteArray> takeQueued() override;
-    void closeLater(std::function<void()> closed) override;
+    void closeLater(const std::function<void()>& closed) override;
 
     /// The arguments that ffmpeg is started with.
     QStringList arguments(const QString& path, const PcmFormat& format) const;
